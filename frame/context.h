@@ -1,0 +1,17 @@
+#pragma once
+
+#include <zuk.h>
+
+#include <string>
+
+class ZUKlog;
+class TemporaryDir;
+
+// What ZUK_init makes and ZUK_free releases. Scan contexts borrow it: they read tmpDir for its path and
+// copy homeDir.
+struct ZUKCtx {
+    char* exploiter;        // strdup'ed
+    ZUKlog* log;            // owned
+    TemporaryDir* tmpDir;   // owned
+    std::wstring homeDir;   // empty when no installation is known
+};
