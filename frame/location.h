@@ -8,9 +8,9 @@ class ZUKlog;
 // that the installation file /etc/zuk/zuk.ini records ("ZUK_HomeDirectory =" DIR, taken as DIR/bin).
 class ZUKlocation {
   public:
-    // Resolves the directory at once. `log` and `homeDir` may be null; the search does not depend on
+    // Resolves the directory at once. `logger` and `homeDir` may be null; the search does not depend on
     // `exploiter`.
-    ZUKlocation(ZUKlog* log, const char* exploiter, const wchar_t* homeDir);
+    ZUKlocation(ZUKlog* logger, const char* exploiter, const wchar_t* homeDir);
 
     // The resolved directory, normalised; empty when none is known.
     std::wstring getLocation();

@@ -19,19 +19,19 @@ class ZUKlog {
 
     // These two leave the object's members unset and must not be used to make a working logger.
     ZUKlog();
-    explicit ZUKlog(int level);
-    // `callback` may be null: then nothing is ever reported. `userData` is handed back to it untouched.
-    ZUKlog(int level, Callback callback, void* userData);
+    explicit ZUKlog(int loggerLevel);
+    // `sink` may be null: then nothing is ever reported. `sinkData` is handed back to it untouched.
+    ZUKlog(int loggerLevel, Callback sink, void* sinkData);
     virtual ~ZUKlog();
 
     void traceMAX(const char* location, const char* format, ...);
     void traceMID(const char* location, const char* format, ...);
     void traceMIN(const char* location, const char* format, ...);
-    void trace(int level, const char* location, const char* format, ...);
+    void trace(int messageLevel, const char* location, const char* format, ...);
 
     // Formats and delivers one message; the caller holds the lock. A message of any length is delivered
     // whole or, when it cannot be formatted, not at all.
-    void vsprintf(int level, const char* location, const char* format, va_list args);
+    void vsprintf(int messageLevel, const char* location, const char* format, va_list args);
 
     // 1 takes the process-wide lock of all loggers, any other value releases it.
     void mutex(int op);

@@ -13,10 +13,10 @@ class TemporaryDir {
   public:
     // These three leave the object's plain members unset and must not be used to make a working one.
     TemporaryDir();
-    explicit TemporaryDir(ZUKlog* log);
+    explicit TemporaryDir(ZUKlog* logger);
     explicit TemporaryDir(const wchar_t* base);
-    // `base` is the directory to work under; null means TEMP, else TMP, else /tmp. `log` may be null.
-    TemporaryDir(ZUKlog* log, const wchar_t* base);
+    // `base` is the directory to work under; null means TEMP, else TMP, else /tmp. `logger` may be null.
+    TemporaryDir(ZUKlog* logger, const wchar_t* base);
     ~TemporaryDir();
     TemporaryDir(const TemporaryDir&) = delete;
     TemporaryDir& operator=(const TemporaryDir&) = delete;

@@ -2,5 +2,9 @@
 
 Mutex::Mutex() = default;
 Mutex::~Mutex() = default;
-void Mutex::lock() { mutex_.lock(); }
-void Mutex::unlock() { mutex_.unlock(); }
+void Mutex::lock() {
+    mutex_.lock();
+}
+void Mutex::unlock() {
+    mutex_.unlock();
+}
