@@ -1,0 +1,60 @@
+#include "hw/catalogue.h"
+
+const HWGroup HW_GROUPS[] = {
+    {1, "ComponentID", L"ComponentID"},
+    {2, "Processor", L"Processor"},
+    {3, "Memory", L"Memory"},
+    {4, "Operating System", L"OperatingSystem"},
+    {5, "Storage", L"Storage"},
+    {6, "IP Address", L"IPAddress"},
+    {7, "Network Adapter", L"NetworkAdapter"},
+    {8, "Disk Partition", L"DiskPartition"},
+    {9, "Pointing Device", L"PointingDevice"},
+    {10, "Keyboard", L"Keyboard"},
+    {11, "Logical Drive", L"LogicalDrive"},
+    {12, "IPX Address", L"IPXAddress"},
+    {13, "Video", L"Video"},
+    {14, "Printer", L"Printer"},
+    {15, "Regional", L"Regional"},
+    {16, "System Enclosure", L"SystemEnclosure"},
+    {19, "UNIX System Params", L"UNIXSystemParams"},
+    {20, "Scan Info", L"ScanInfo"},
+    {21, "PC System Params", L"PCSystemParams"},
+    {22, "Serial Port", L"SerialPort"},
+    {23, "Parallel Port", L"ParallelPort"},
+    {24, "SMBIOS", L"SMBIOS"},
+    {25, "Software Packages", L"SoftwarePackages"},
+    {26, "Installed Patches", L"InstalledPatches"},
+    {27, "Partition", L"Partition"},
+    {28, "USB Device", L"USBDevice"},
+    {29, "PCI Device", L"PCIDevice"},
+    {30, "Modem", L"Modem"},
+    {31, "Memory Modules", L"MemoryModules"},
+    {32, "Monitor", L"Monitor"},
+    {34, "Lpar", L"Lpar"},
+    {35, "Service Info", L"ServiceInfo"},
+    {36, "User Account Info", L"UserAccountInfo"},
+    {37, "Last Logged User", L"LastLoggedUser"},
+    {38, "Screen Saver Info", L"ScreenSaverInfo"},
+    {39, "Operating System CSIDL", L"OperatingSystemCSIDL"},
+    {40, "WinCluster", L"WinCluster"},
+    {41, "WinClusterNode", L"WinClusterNode"},
+    {42, "VYRCluster", L"VYRCluster"},
+    {43, "VYRClusterNode", L"VYRClusterNode"},
+    {44, "PhysicalProcessor", L"PhysicalProcessor"},
+    {45, "HostComponentID", L"HostComponentID"},
+    {46, "CpuMeter", L"CpuMeter"},
+    {47, "UnixCpuMeter", L"UnixCpuMeter"},
+    {48, "WinCpuMeter", L"WinCpuMeter"},
+    {49, "VirtualMachine", L"VirtualMachine"},
+    {50, "VirtualMachineGuest", L"VirtualMachineGuest"},
+    {51, "IPv6 Address", L"IPv6Address"},
+    {HW_GROUP_SLOTS, nullptr, nullptr},
+};
+
+int HW_getGroupId(std::wstring name) {
+    for (const HWGroup* group = HW_GROUPS; group->configName != nullptr; ++group) {
+        if (name == group->groupName) return group->id;
+    }
+    return -1;
+}
