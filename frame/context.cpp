@@ -5,8 +5,8 @@
 #include <new>
 
 #include "frame/location.h"
-#include "frame/log.h"
 #include "frame/temporary_dir.h"
+#include "frame/trace.h"
 
 namespace {
 
@@ -31,8 +31,8 @@ int ZUK_init(const char* exploiter, ZUK_log_callback log_callback, void* user_da
         delete ctx;
         return kNoLogger;
     }
-    ctx->log->traceMAX("ZUK_init", "init OK, Exploiter: [%s] Version: [%s] ZUK DIR[%S]", exploiter, kBuild,
-                       home_dir != nullptr ? home_dir : L"(null)");
+    traceMAX(ctx->log, "ZUK_init", "init OK, Exploiter: [%s] Version: [%s] ZUK DIR[%S]", exploiter, kBuild,
+             home_dir != nullptr ? home_dir : L"(null)");
 
     ctx->tmpDir = new TemporaryDir(ctx->log, temp_base);
     const int status = ctx->tmpDir->init(L"zuk_");
@@ -40,7 +40,7 @@ int ZUK_init(const char* exploiter, ZUK_log_callback log_callback, void* user_da
     ZUKlocation location(ctx->log, exploiter, home_dir);
     ctx->homeDir = location.getLocation();
     if (location.getLocation().empty()) {
-        ctx->log->traceMIN("ZUK_init", "ZUK not installed, please specify a directory");
+        traceMIN(ctx->log, "ZUK_init", "ZUK not installed, please specify a directory");
     }
 
     if (status != kOk) {
@@ -56,10 +56,8 @@ int ZUK_init(const char* exploiter, ZUK_log_callback log_callback, void* user_da
 int ZUK_free(ZUKCtx* ctx) {
     if (ctx == nullptr) return kNoContext;
     int status = kNoExploiter;
-    if (ctx->log != nullptr) {
-        ctx->log->traceMAX("ZUK_free", "Deinit for exploiter: [%s]",
-                           ctx->exploiter != nullptr ? ctx->exploiter : "(null)");
-    }
+    traceMAX(ctx->log, "ZUK_free", "Deinit for exploiter: [%s]",
+             ctx->exploiter != nullptr ? ctx->exploiter : "(null)");
 
     if (ctx->exploiter != nullptr) {
         std::free(ctx->exploiter);

@@ -2,22 +2,18 @@
 
 #include <cstdio>
 #include <cstring>
-#include <memory>
 #include <string_view>
 
-#include "frame/log.h"
+#include "frame/file.h"
 #include "frame/narrow.h"
 #include "frame/path.h"
+#include "frame/trace.h"
 
 namespace {
 
 constexpr char kInstallationFile[] = "/etc/zuk/zuk.ini";
 constexpr std::string_view kHomeKey = "ZUK_HomeDirectory =";
 constexpr int kLineBuffer = 1024;
-
-struct CloseFile {
-    void operator()(std::FILE* file) const { std::fclose(file); }
-};
 
 // True when `line` holds the home directory; then `home` is the directory of the executables below it.
 bool parseHome(std::string_view line, std::wstring& home) {
@@ -45,7 +41,7 @@ ZUKlocation::ZUKlocation(ZUKlog* logger, const char* exploiter, const wchar_t* h
         location = system;
     }
     normalizeDir(location);
-    if (log != nullptr) log->traceMAX("ZUKLocation::ZUKLocation()", "ZUK location [%S]", location.c_str());
+    traceMAX(log, "ZUKLocation::ZUKLocation()", "ZUK location [%S]", location.c_str());
 }
 
 std::wstring ZUKlocation::getLocation() {
@@ -54,15 +50,13 @@ std::wstring ZUKlocation::getLocation() {
 
 std::wstring ZUKlocation::getSystemLocation(const char* /*exploiter*/) {
     constexpr char kHere[] = "ZUKLocation::getSystemLocation()";
-    if (log != nullptr) log->traceMAX(kHere, "Checking ZUK location..");
+    traceMAX(log, kHere, "Checking ZUK location..");
 
     std::wstring home;
-    const std::unique_ptr<std::FILE, CloseFile> file(std::fopen(kInstallationFile, "re"));
-    if (log != nullptr) log->traceMAX(kHere, "Opening a file [%s]", kInstallationFile);
+    const File file(std::fopen(kInstallationFile, "re"));
+    traceMAX(log, kHere, "Opening a file [%s]", kInstallationFile);
     if (!file) {
-        if (log != nullptr) {
-            log->traceMIN("ZUKLocation::getSystemLocation", "Can't open file [%s]", kInstallationFile);
-        }
+        traceMIN(log, "ZUKLocation::getSystemLocation", "Can't open file [%s]", kInstallationFile);
         return home;
     }
 

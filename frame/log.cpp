@@ -4,14 +4,10 @@
 #include <cstdlib>
 #include <memory>
 
+#include "frame/file.h"
 #include "platform/mutex.h"
 
 namespace {
-
-struct CloseFile {
-    void operator()(std::FILE* file) const { std::fclose(file); }
-};
-using File = std::unique_ptr<std::FILE, CloseFile>;
 
 struct Release {
     void operator()(char* block) const { std::free(block); }

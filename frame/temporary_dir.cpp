@@ -8,9 +8,9 @@
 #include <ctime>
 #include <memory>
 
-#include "frame/log.h"
 #include "frame/narrow.h"
 #include "frame/path.h"
+#include "frame/trace.h"
 #include "platform/wide_format.h"
 
 namespace {
@@ -61,13 +61,13 @@ TemporaryDir::TemporaryDir(ZUKlog* logger, const wchar_t* base)
     : initialised(false), dirName(nullptr), log(logger), random(nullptr) {
     basePath = base != nullptr ? base : getSystemTempPath();
     normalizeDir(basePath);
-    if (log != nullptr) log->traceMAX("TemporaryDir::TemporaryDir()", "BasePath [%S]", basePath.c_str());
+    traceMAX(log, "TemporaryDir::TemporaryDir()", "BasePath [%S]", basePath.c_str());
     random = std::fopen("/dev/urandom", "rbe");
     if (random == nullptr) random = std::fopen("/dev/random", "rbe");
 }
 
 TemporaryDir::~TemporaryDir() {
-    if (log != nullptr) log->traceMAX("TemporaryDir::~TemporaryDir()", "Dealocation()");
+    traceMAX(log, "TemporaryDir::~TemporaryDir()", "Dealocation()");
     if (initialised) {
         if (!files.empty()) deleteFiles(true);
         deleteDirectory(dirPath);
@@ -79,7 +79,7 @@ TemporaryDir::~TemporaryDir() {
 int TemporaryDir::init(const wchar_t* prefix) {
     constexpr char kHere[] = "TemporaryDir::init()";
     const int count = attempts();  // before seeding, so that it is the same in every fresh process
-    if (log != nullptr) log->traceMAX(kHere, "initialization");
+    traceMAX(log, kHere, "initialization");
     std::srand(static_cast<unsigned>(std::time(nullptr)));
 
     bool created = false;
@@ -89,17 +89,12 @@ int TemporaryDir::init(const wchar_t* prefix) {
         normalizeDir(dirPath);
         const std::string path = WStringToString(dirPath);
         created = !exists(path) && mkdir(path.c_str(), kPrivate) == 0;
-        if (log != nullptr) {
-            log->traceMAX(kHere, "Creating directory [%S] %s", dirPath.c_str(),
-                          created ? "success" : "failed");
-        }
+        traceMAX(log, kHere, "Creating directory [%S] %s", dirPath.c_str(), created ? "success" : "failed");
     }
 
     dirName = dirPath.c_str();
     if (created) initialised = true;
-    if (log != nullptr) {
-        log->traceMAX(kHere, "initialization %s [%S]", created ? "successful" : "failed", dirPath.c_str());
-    }
+    traceMAX(log, kHere, "initialization %s [%S]", created ? "successful" : "failed", dirPath.c_str());
     return created ? 0 : kFailed;
 }
 
@@ -114,9 +109,7 @@ int TemporaryDir::getTmpFile(std::wstring& out, const wchar_t* prefix, const wch
 
         files.push_back(name);
         out = name;
-        if (log != nullptr) {
-            log->traceMAX("TemporaryDir::getTmpFile()", "Requesting tmpFile [%S]", name.c_str());
-        }
+        traceMAX(log, "TemporaryDir::getTmpFile()", "Requesting tmpFile [%S]", name.c_str());
         return 0;
     }
     return kFailed;
@@ -131,10 +124,8 @@ int TemporaryDir::deleteFiles(bool /*unused*/) {
 
 void TemporaryDir::deleteDirectory(std::wstring /*unused*/) {
     const bool removed = dirName != nullptr && rmdir(WStringToString(dirName).c_str()) == 0;
-    if (log != nullptr) {
-        log->traceMAX("TemporaryDir::deleteDirectory()", "Deleting directory [%S] - %s",
-                      dirName != nullptr ? dirName : L"(null)", removed ? "success" : "failed");
-    }
+    traceMAX(log, "TemporaryDir::deleteDirectory()", "Deleting directory [%S] - %s",
+             dirName != nullptr ? dirName : L"(null)", removed ? "success" : "failed");
 }
 
 const wchar_t* TemporaryDir::getBasePath() {
@@ -145,9 +136,7 @@ std::wstring TemporaryDir::getSystemTempPath() {
     const char* named = std::getenv("TEMP");
     if (named == nullptr) named = std::getenv("TMP");
     std::wstring path = named != nullptr ? StringToWString(named) : L"/tmp";
-    if (log != nullptr) {
-        log->traceMAX("TemporaryDir::getSystemTempPath()", "Requesting system TMP path [%S]", path.c_str());
-    }
+    traceMAX(log, "TemporaryDir::getSystemTempPath()", "Requesting system TMP path [%S]", path.c_str());
     return path;
 }
 
