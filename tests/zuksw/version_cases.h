@@ -1,0 +1,63 @@
+#pragma once
+
+#include <gtest/gtest.h>
+
+#include <cstdint>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "scanners/zuksw/versions/compare.h"
+
+// One row: `order` is "<", "=", ">" or "refused".
+struct VersionCase {
+    std::string_view a;
+    std::string_view order;
+    std::string_view b;
+};
+
+inline std::string_view orderSign(std::optional<int> order) {
+    if (!order) return "refused";
+    return *order < 0 ? "<" : *order > 0 ? ">" : "=";
+}
+
+// Every row must hold, and turned round as well.
+template <std::size_t count>
+void expectOrders(zuksw::Scheme scheme, const VersionCase (&rows)[count]) {
+    for (const VersionCase& row : rows) {
+        const std::string_view turned = row.order == "<" ? ">" : row.order == ">" ? "<" : row.order;
+        EXPECT_EQ(orderSign(zuksw::compareVersions(scheme, row.a, row.b)), row.order)
+            << row.a << " and " << row.b;
+        EXPECT_EQ(orderSign(zuksw::compareVersions(scheme, row.b, row.a)), turned)
+            << row.b << " and " << row.a;
+    }
+}
+
+// Texts made of pieces that matter to a scheme; the same sequence in every run.
+class VersionMaker {
+  public:
+    explicit VersionMaker(std::vector<std::string> pieces) : pieces_(std::move(pieces)) {}
+
+    std::string make() {
+        std::string text = below(2) == 0 ? "1." : "";
+        for (std::size_t left = 1 + below(6); left > 0; --left) text += piece();
+        return text;
+    }
+    // Differs from `text` in one place, so that the two are alike for long enough to matter.
+    std::string alike(const std::string& text) {
+        const std::size_t at = below(text.size() + 1);
+        return text.substr(0, at) + piece() + text.substr(std::min(text.size(), at + below(3)));
+    }
+
+  private:
+    const std::string& piece() { return pieces_[below(pieces_.size())]; }
+    // A linear congruential generator: the standard ones differ between libraries.
+    std::size_t below(std::size_t limit) {
+        state_ = state_ * 6364136223846793005U + 1442695040888963407U;
+        return static_cast<std::size_t>(state_ >> 33U) % limit;
+    }
+
+    std::vector<std::string> pieces_;
+    std::uint64_t state_ = 1;
+};
