@@ -1,0 +1,259 @@
+#include "scanners/shared/rooted_fs.h"
+
+#include <dirent.h>
+#include <fcntl.h>
+#include <linux/openat2.h>
+#include <sys/stat.h>
+#include <sys/syscall.h>
+
+#include <algorithm>
+#include <array>
+#include <cerrno>
+#include <memory>
+
+namespace {
+
+constexpr int kMaxLinks = 40;  // as the kernel's own limit
+constexpr int kMaxRetries = 8;
+constexpr std::size_t kFirstRead = 4096;
+constexpr std::size_t kFurtherRead = 64 * 1024;
+
+std::string relative(std::string_view path) {
+    path.remove_prefix(std::min(path.find_first_not_of('/'), path.size()));
+    return path.empty() ? std::string(".") : std::string(path);
+}
+
+bool startsWith(std::string_view text, std::string_view prefix) {
+    return text.substr(0, prefix.size()) == prefix;
+}
+
+// The kernel makes these files itself: none of them is a device node or a pipe, whatever users do.
+bool isKernelMade(std::string_view path) {
+    return startsWith(path, "proc/") || startsWith(path, "sys/");
+}
+
+ReadStatus statusOf(int error) {
+    switch (error) {
+        case ENOENT:
+        case ENOTDIR:
+        case ENODEV:
+        case ELOOP:
+            return ReadStatus::Missing;
+        case EACCES:
+        case EPERM:
+            return ReadStatus::Denied;
+        default:
+            return ReadStatus::Unusable;
+    }
+}
+
+ssize_t readSome(int fd, char* buffer, std::size_t size) {
+    ssize_t count = 0;
+    do {
+        count = ::read(fd, buffer, size);
+    } while (count < 0 && errno == EINTR);
+    return count;
+}
+
+// Opens what an O_PATH descriptor stands for, without walking the path a second time: between a look at the
+// file's type and the opening, its owner could put a device node in its place.
+int reopen(int fd) {
+    const std::string self = "/proc/self/fd/" + std::to_string(fd);
+    return ::open(self.c_str(), O_RDONLY | O_CLOEXEC | O_NOCTTY | O_NONBLOCK);
+}
+
+FileFacts factsOf(const struct statx& from) {
+    FileFacts facts;
+    if (S_ISREG(from.stx_mode)) facts.type = FileFacts::Type::Regular;
+    if (S_ISDIR(from.stx_mode)) facts.type = FileFacts::Type::Directory;
+    if (S_ISLNK(from.stx_mode)) facts.type = FileFacts::Type::Link;
+    facts.size = from.stx_size;
+    facts.mode = from.stx_mode & 07777U;
+    facts.userId = from.stx_uid;
+    facts.modified = from.stx_mtime.tv_sec;
+    facts.changed = from.stx_ctime.tv_sec;
+    if ((from.stx_mask & STATX_BTIME) != 0) facts.born = from.stx_btime.tv_sec;
+    return facts;
+}
+
+struct CloseDirectory {
+    void operator()(DIR* directory) const { ::closedir(directory); }
+};
+
+}  // namespace
+
+RootedFs RootedFs::ofLiveMachine() {
+    return RootedFs(FileDescriptor(::open("/", O_PATH | O_DIRECTORY | O_CLOEXEC)), true, Resolver::Kernel);
+}
+
+std::optional<RootedFs> RootedFs::below(const std::string& root, Resolver resolver) {
+    FileDescriptor fd(::open(root.c_str(), O_PATH | O_DIRECTORY | O_CLOEXEC));
+    if (!fd.valid()) return std::nullopt;
+    return RootedFs(std::move(fd), false, resolver);
+}
+
+// Returns a descriptor, or -1 with errno. On the live machine the root is "/" and links need no confinement.
+int RootedFs::openInside(const std::string& path, int flags) const {
+    flags |= O_CLOEXEC;
+    if (live_) return ::openat(root_.get(), path.c_str(), flags);
+    if (resolver_ == Resolver::Own) return openResolved(path, flags);
+    open_how how{};
+    how.flags = static_cast<std::uint64_t>(flags);
+    how.resolve = RESOLVE_IN_ROOT;
+    long fd = -1;
+    for (int attempt = 0; attempt < kMaxRetries; ++attempt) {
+        fd = ::syscall(SYS_openat2, root_.get(), path.c_str(), &how, sizeof how);
+        if (fd >= 0 || errno != EAGAIN) break;  // EAGAIN: something below the root was being renamed
+    }
+    if (fd >= 0 || (errno != ENOSYS && errno != EPERM)) return static_cast<int>(fd);
+    resolver_ = Resolver::Own;  // an old kernel, or a sandbox that refuses calls it does not know
+    return openResolved(path, flags);
+}
+
+int RootedFs::openResolved(const std::string& path, int flags) const {
+    const bool linkItself = (flags & O_NOFOLLOW) != 0;
+    const std::size_t slash = path.find_last_of('/');
+    std::optional<std::string> target;
+    if (!linkItself) {
+        target = resolve(path);
+    } else if (slash == std::string::npos) {
+        target = path;
+    } else if ((target = resolve(path.substr(0, slash)))) {
+        *target += path.substr(slash);
+    }
+    if (!target) {
+        errno = ENOENT;
+        return -1;
+    }
+    return ::openat(root_.get(), relative(*target).c_str(), flags | O_NOFOLLOW);
+}
+
+std::optional<std::string> RootedFs::resolve(std::string_view path) const {
+    std::string resolved;
+    std::string pending = relative(path);
+    int links = 0;
+    while (!pending.empty()) {
+        const std::size_t slash = pending.find('/');
+        const std::string name = pending.substr(0, slash);
+        pending.erase(0, slash == std::string::npos ? slash : slash + 1);
+        if (name.empty() || name == ".") continue;
+        if (name == "..") {
+            const std::size_t parent = resolved.find_last_of('/');
+            resolved.erase(parent == std::string::npos ? 0 : parent);
+            continue;
+        }
+        const std::string next = resolved.empty() ? name : resolved + '/' + name;
+        std::array<char, 4096> target{};
+        const ssize_t length = ::readlinkat(root_.get(), next.c_str(), target.data(), target.size());
+        if (length < 0) {
+            if (errno != EINVAL) return std::nullopt;  // EINVAL: there, and not a link
+            resolved = next;
+            continue;
+        }
+        if (++links > kMaxLinks) return std::nullopt;
+        const std::string_view text(target.data(), static_cast<std::size_t>(length));
+        if (startsWith(text, "/")) resolved.clear();
+        pending = std::string(text) + '/' + pending;
+    }
+    return resolved;
+}
+
+FileDescriptor RootedFs::openRegular(std::string_view path) const {
+    const std::string name = relative(path);
+    if (live_ && isKernelMade(name)) return FileDescriptor(openInside(name, O_RDONLY));
+    const FileDescriptor place(openInside(name, O_PATH));
+    if (!place.valid()) return FileDescriptor();
+    struct stat status {};
+    if (::fstat(place.get(), &status) != 0) return FileDescriptor();
+    if (!S_ISREG(status.st_mode)) {
+        errno = EINVAL;
+        return FileDescriptor();
+    }
+    return FileDescriptor(reopen(place.get()));
+}
+
+ReadStatus RootedFs::read(std::string_view path, std::string* data, std::size_t limit) const {
+    data->clear();
+    const FileDescriptor fd = openRegular(path);
+    if (!fd.valid()) return statusOf(errno);
+    std::array<char, kFirstRead> first;
+    ssize_t count = readSome(fd.get(), first.data(), first.size());
+    if (count > 0) data->assign(first.data(), static_cast<std::size_t>(count));
+    // Only /proc gives less than was asked for before the end; elsewhere that saves the read that finds the
+    // end.
+    const bool more = static_cast<std::size_t>(std::max<ssize_t>(count, 0)) == first.size() ||
+                      startsWith(relative(path), "proc/");
+    while (more && count > 0 && data->size() <= limit) {
+        const std::size_t before = data->size();
+        data->resize(before + (before < kFurtherRead ? kFirstRead : kFurtherRead));
+        count = readSome(fd.get(), data->data() + before, data->size() - before);
+        data->resize(before + static_cast<std::size_t>(std::max<ssize_t>(count, 0)));
+    }
+    if (count >= 0 && data->size() <= limit) return ReadStatus::Ok;
+    const int error = count < 0 ? errno : EFBIG;
+    data->clear();
+    return statusOf(error);
+}
+
+ReadStatus RootedFs::readHead(std::string_view path, std::string* data, std::size_t size) const {
+    data->clear();
+    const FileDescriptor fd = openRegular(path);
+    if (!fd.valid()) return statusOf(errno);
+    while (data->size() < size) {
+        const std::size_t before = data->size();
+        data->resize(size);
+        const ssize_t count = readSome(fd.get(), data->data() + before, size - before);
+        data->resize(before + static_cast<std::size_t>(std::max<ssize_t>(count, 0)));
+        if (count < 0) return statusOf(errno);
+        if (count == 0) break;
+    }
+    return ReadStatus::Ok;
+}
+
+ReadStatus RootedFs::list(std::string_view path, std::vector<std::string>* names) const {
+    names->clear();
+    FileDescriptor fd(openInside(relative(path), O_RDONLY | O_DIRECTORY));
+    if (!fd.valid()) return statusOf(errno);
+    const std::unique_ptr<DIR, CloseDirectory> directory(::fdopendir(fd.get()));
+    if (!directory) return ReadStatus::Unusable;
+    fd.release();  // the stream closes it
+    errno = 0;
+    while (const dirent* entry = ::readdir(directory.get())) {  // NOLINT(concurrency-mt-unsafe): own stream
+        const std::string_view name(entry->d_name);
+        if (name != "." && name != "..") names->emplace_back(name);
+    }
+    return errno == 0 ? ReadStatus::Ok : statusOf(errno);
+}
+
+ReadStatus RootedFs::readLink(std::string_view path, std::string* target) const {
+    target->clear();
+    std::array<char, 4096> text;
+    ssize_t length = -1;
+    if (live_) {
+        length = ::readlinkat(root_.get(), relative(path).c_str(), text.data(), text.size());
+    } else {
+        const FileDescriptor link(openInside(relative(path), O_PATH | O_NOFOLLOW));
+        if (!link.valid()) return statusOf(errno);
+        length = ::readlinkat(link.get(), "", text.data(), text.size());
+    }
+    // A link's own descriptor answers ENOENT, a path answers EINVAL, when it is no link.
+    if (length < 0) return errno == EINVAL ? ReadStatus::Unusable : statusOf(errno);
+    target->assign(text.data(), static_cast<std::size_t>(length));
+    return ReadStatus::Ok;
+}
+
+std::optional<FileFacts> RootedFs::facts(std::string_view path, bool followLinks) const {
+    constexpr unsigned kWanted = STATX_BASIC_STATS | STATX_BTIME;
+    const std::string name = relative(path);
+    const int noFollow = followLinks ? 0 : O_NOFOLLOW;
+    struct statx facts {};
+    if (live_) {
+        const int flags = AT_NO_AUTOMOUNT | (followLinks ? 0 : AT_SYMLINK_NOFOLLOW);
+        if (::statx(root_.get(), name.c_str(), flags, kWanted, &facts) != 0) return std::nullopt;
+        return factsOf(facts);
+    }
+    const FileDescriptor place(openInside(name, O_PATH | noFollow));
+    if (!place.valid()) return std::nullopt;
+    if (::statx(place.get(), "", AT_EMPTY_PATH, kWanted, &facts) != 0) return std::nullopt;
+    return factsOf(facts);
+}
