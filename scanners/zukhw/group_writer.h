@@ -1,0 +1,62 @@
+#pragma once
+
+#include <cstddef>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <type_traits>
+#include <vector>
+
+#include "scanners/zukhw/deadline.h"
+
+// Receives what a collector finds, instance by instance, field by field in their documented order, and keeps
+// it as XML. What is not known is simply not written: empty text, an optional without value and an instance
+// without a field leave no trace. Field names are literals; each is given once per instance.
+class GroupWriter {
+  public:
+    // group: the element name; it and the deadline must outlive the writer.
+    GroupWriter(std::string_view group, const Deadline& deadline) : group_(group), deadline_(deadline) {}
+
+    // Ends the instance before, if any. The place where a group that takes too long is cut.
+    void beginInstance();
+
+    // Any text, cleaned (see cleanText).
+    void text(const char* field, std::string_view value);
+    // Text that a hardware maker filled in: the same, and nothing when it is a placeholder.
+    void hardware(const char* field, std::string_view value);
+    void boolean(const char* field, bool value) { raw(field, value ? "true" : "false"); }
+    void boolean(const char* field, std::optional<bool> value) {
+        if (value) boolean(field, *value);
+    }
+    template <typename Number>
+    void number(const char* field, Number value) {
+        static_assert(std::is_integral_v<Number> && !std::is_same_v<Number, bool>);
+        raw(field, std::to_string(value));
+    }
+    template <typename Number>
+    void number(const char* field, std::optional<Number> value) {
+        if (value) number(field, *value);
+    }
+    // The items, each cleaned, empty ones left out, joined with "; ".
+    void list(const char* field, const std::vector<std::string>& items);
+
+    // Ends the last instance. Call once, after the collector returned.
+    void finish();
+    // Drops the instance that was begun and not ended, for a collector that was cut.
+    void dropUnfinished() { instance_.clear(); }
+
+    std::size_t instances() const { return instances_; }
+    // The finished instances, in blocks, so that a long group is never copied as a whole.
+    const std::vector<std::string>& blocks() const { return blocks_; }
+
+  private:
+    void raw(const char* field, std::string_view xmlSafe);
+    void open(const char* field);
+    void close(const char* field);
+
+    std::string_view group_;
+    const Deadline& deadline_;
+    std::string instance_;  // the fields of the instance that is being written
+    std::size_t instances_ = 0;
+    std::vector<std::string> blocks_;
+};

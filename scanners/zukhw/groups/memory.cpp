@@ -1,0 +1,196 @@
+// Group "Memory": one instance. What is installed comes from the firmware where it can be believed, what is
+// in use from /proc/meminfo.
+#include <unistd.h>
+
+#include <algorithm>
+#include <string>
+#include <vector>
+
+#include "scanners/zukhw/collectors.h"
+#include "scanners/zukhw/group_writer.h"
+#include "scanners/zukhw/machine.h"
+#include "scanners/zukhw/meminfo.h"
+#include "scanners/zukhw/memory_array.h"
+#include "scanners/zukhw/octal_escapes.h"
+#include "scanners/zukhw/parse.h"
+#include "scanners/zukhw/smbios.h"
+#include "scanners/zukhw/text.h"
+
+namespace {
+
+constexpr char kBlocks[] = "sys/devices/system/memory";
+
+// The memory that the kernel manages, block by block; blocks can be taken offline.
+std::optional<std::uint64_t> onlineBlocksBytes(Machine& machine) {
+    const std::string directory = std::string(kBlocks) + '/';
+    const auto blockSize = machine.hexNumber(directory + "block_size_bytes");
+    if (!blockSize) return std::nullopt;
+    std::uint64_t online = 0;
+    for (const std::string& name : machine.list(kBlocks)) {
+        const bool isBlock = startsWith(name, "memory") && parseDecimal(name.substr(6));
+        if (isBlock && machine.number(directory + name + "/online") == 1U) ++online;
+    }
+    if (online == 0 || *blockSize > UINT64_MAX / online) return std::nullopt;
+    return online * *blockSize;
+}
+
+std::optional<std::uint64_t> memoryMapBytes(Machine& machine) {
+    std::uint64_t total = 0;
+    for (const std::string& entry : machine.list("sys/firmware/memmap")) {
+        const std::string path = "sys/firmware/memmap/" + entry;
+        if (machine.text(path + "/type") != "System RAM") continue;
+        const auto first = machine.hexNumber(path + "/start");
+        const auto last = machine.hexNumber(path + "/end");
+        if (first && last && *last >= *first) total += *last - *first + 1;
+    }
+    return total == 0 ? std::nullopt : std::optional(total);
+}
+
+std::uint64_t bigEndian(std::string_view bytes) {
+    std::uint64_t value = 0;
+    for (const char byte : bytes) value = value << 8 | static_cast<unsigned char>(byte);
+    return value;
+}
+
+// The "memory" nodes of the device tree: each has pairs of address and size, in cells of four bytes.
+std::optional<std::uint64_t> deviceTreeBytes(Machine& machine) {
+    static const std::string kTree = "sys/firmware/devicetree/base/";
+    if (!machine.exists(kTree)) return std::nullopt;
+    const std::uint64_t addressCells = bigEndian(machine.read(kTree + "#address-cells").value_or(""));
+    const std::uint64_t sizeCells = bigEndian(machine.read(kTree + "#size-cells").value_or(""));
+    if (addressCells > 2 || sizeCells == 0 || sizeCells > 2) return std::nullopt;
+    const std::size_t addressBytes = addressCells * 4;
+    const std::size_t pairBytes = addressBytes + sizeCells * 4;
+    std::uint64_t total = 0;
+    for (const std::string& node : machine.list(kTree)) {
+        if (node != "memory" && !startsWith(node, "memory@")) continue;
+        const std::string reg = machine.read(kTree + node + "/reg").value_or("");
+        for (std::size_t at = 0; at + pairBytes <= reg.size(); at += pairBytes) {
+            total += bigEndian(std::string_view(reg).substr(at + addressBytes, sizeCells * 4));
+        }
+    }
+    return total == 0 ? std::nullopt : std::optional(total);
+}
+
+// Sum of the modules, when it can be true: less than the kernel has at its disposal cannot be, and some
+// virtual machines' firmware tells of the memory that they could be given.
+std::optional<std::uint64_t> modulesBytes(Machine& machine, const SystemMemory& memory) {
+    std::uint64_t sum = 0;
+    for (const SmbiosStructure* device : memory.devices) sum += memoryDeviceBytes(*device).value_or(0);
+    if (sum == 0) return std::nullopt;
+    const auto total = machine.shared<Meminfo>().bytes("MemTotal");
+    if (total && sum < *total) return std::nullopt;
+    // The blocks are never less than the total: reading hundreds of them is worth it only in doubt.
+    if (total && sum / 4 <= *total) return sum;
+    const auto blocks = onlineBlocksBytes(machine);
+    return blocks && sum / 4 > *blocks ? std::nullopt : std::optional(sum);
+}
+
+void writeInstalled(Machine& machine, const SystemMemory& memory, GroupWriter& out) {
+    const char* source = "SMBIOS";
+    auto installed = modulesBytes(machine, memory);
+    if (!installed && (installed = onlineBlocksBytes(machine))) source = "MemoryBlocks";
+    if (!installed && (installed = memoryMapBytes(machine))) source = "MemoryMap";
+    if (!installed && (installed = deviceTreeBytes(machine))) source = "DeviceTree";
+    if (!installed) return;
+    out.number("InstalledBytes", *installed);
+    out.text("InstalledSource", source);
+}
+
+void writeUse(const Meminfo& meminfo, GroupWriter& out) {
+    out.number("TotalBytes", meminfo.bytes("MemTotal"));
+    out.number("AvailableBytes", meminfo.bytes("MemAvailable"));
+    out.number("FreeBytes", meminfo.bytes("MemFree"));
+    out.number("BuffersBytes", meminfo.bytes("Buffers"));
+    out.number("CachedBytes", meminfo.bytes("Cached"));
+    out.number("SwapTotalBytes", meminfo.bytes("SwapTotal"));
+    out.number("SwapFreeBytes", meminfo.bytes("SwapFree"));
+}
+
+std::vector<std::string> swapDevices(Machine& machine) {
+    std::vector<std::string> names;
+    const std::string swaps = machine.text("proc/swaps");
+    for (const std::string_view line : lines(swaps)) {
+        const std::vector<std::string_view> columns = words(line);
+        if (columns.empty() || columns[0] == "Filename") continue;
+        names.push_back(decodeOctalEscapes(columns[0]));
+    }
+    std::sort(names.begin(), names.end());
+    return names;
+}
+
+std::optional<std::uint64_t> maximumCapacity(const SystemMemory& memory) {
+    constexpr std::uint32_t kSeeExtended = 0x80000000;
+    std::uint64_t total = 0;
+    for (const SmbiosStructure* array : memory.arrays) {
+        const auto kilobytes = array->dword(0x07);
+        if (!kilobytes) continue;
+        total +=
+            *kilobytes == kSeeExtended ? array->qword(0x0F).value_or(0) : *kilobytes * std::uint64_t{1024};
+    }
+    return total == 0 ? std::nullopt : std::optional(total);
+}
+
+std::vector<std::string> errorCorrection(const SystemMemory& memory) {
+    static constexpr const char* kNames[] = {
+        "", "Other", "", "None", "Parity", "Single-bit ECC", "Multi-bit ECC", "CRC"};
+    std::vector<std::string> kinds;
+    for (const SmbiosStructure* array : memory.arrays) {
+        const unsigned code = array->byte(0x06).value_or(0);
+        if (code < std::size(kNames)) kinds.emplace_back(kNames[code]);
+    }
+    std::sort(kinds.begin(), kinds.end());
+    kinds.erase(std::unique(kinds.begin(), kinds.end()), kinds.end());
+    return kinds;
+}
+
+void writeSlots(const SystemMemory& memory, GroupWriter& out) {
+    if (memory.arrays.empty()) return;
+    const auto used =
+        std::count_if(memory.devices.begin(), memory.devices.end(),
+                      [](const SmbiosStructure* device) { return device->word(0x0C).value_or(0) != 0; });
+    out.number("SlotsTotal", memory.devices.size());
+    out.number("SlotsUsed", used);
+    out.number("MaximumCapacityBytes", maximumCapacity(memory));
+    out.list("ErrorCorrection", errorCorrection(memory));
+}
+
+std::optional<std::size_t> numaNodes(Machine& machine) {
+    const std::vector<std::string> names = machine.list("sys/devices/system/node");
+    const auto isNode = [](const std::string& name) {
+        return startsWith(name, "node") && parseDecimal(name.substr(4));
+    };
+    const auto count = std::count_if(names.begin(), names.end(), isNode);
+    return count == 0 ? std::nullopt : std::optional(static_cast<std::size_t>(count));
+}
+
+std::optional<std::uint64_t> pageSize(Machine& machine) {
+    if (machine.live()) return static_cast<std::uint64_t>(::sysconf(_SC_PAGESIZE));
+    const std::string maps = machine.read("proc/self/smaps", Machine::kTable).value_or("");
+    const auto value = findValue(maps, "KernelPageSize", ':');
+    return value ? parseKibibytes(*value) : std::nullopt;
+}
+
+std::optional<std::uint64_t> cgroupLimit(Machine& machine) {
+    constexpr std::uint64_t kNoLimit = std::uint64_t{1} << 62;
+    auto limit = machine.number("sys/fs/cgroup/memory.max");  // "max", no limit, is no number
+    if (!limit) limit = machine.number("sys/fs/cgroup/memory/memory.limit_in_bytes");
+    return limit && *limit < kNoLimit ? limit : std::nullopt;
+}
+
+}  // namespace
+
+void collectMemory(Machine& machine, GroupWriter& out) {
+    const Meminfo& meminfo = machine.shared<Meminfo>();
+    const SystemMemory memory = findSystemMemory(machine.shared<Smbios>());
+    out.beginInstance();
+    writeInstalled(machine, memory, out);
+    writeUse(meminfo, out);
+    out.list("SwapDevices", swapDevices(machine));
+    writeSlots(memory, out);
+    out.number("NumaNodes", numaNodes(machine));
+    out.number("PageSizeBytes", pageSize(machine));
+    out.number("HugePageSizeBytes", meminfo.bytes("Hugepagesize"));
+    out.number("HugePagesTotal", meminfo.count("HugePages_Total"));
+    out.number("CgroupLimitBytes", cgroupLimit(machine));
+}

@@ -1,0 +1,123 @@
+#include "scanners/zukhw/text.h"
+
+#include <algorithm>
+#include <array>
+#include <ctime>
+
+#include "scanners/shared/xml_text.h"
+
+namespace {
+
+constexpr std::string_view kBlanks = " \t\n\r\v\f";
+
+bool isBlank(char c) {
+    return kBlanks.find(c) != std::string_view::npos;
+}
+
+// Most text is: plain ASCII that needs nothing done to it.
+bool isClean(std::string_view bytes) {
+    bool afterBlank = true;  // so a blank at the start is unclean
+    for (const char c : bytes) {
+        if (c < ' ' || c > '~' || (c == ' ' && afterBlank)) return false;
+        afterBlank = c == ' ';
+    }
+    return !afterBlank;
+}
+
+std::string collapseBlanks(std::string_view text) {
+    std::string out;
+    bool pendingBlank = false;
+    for (const char c : text) {
+        if (isBlank(c)) {
+            pendingBlank = !out.empty();
+            continue;
+        }
+        if (pendingBlank) out += ' ';
+        pendingBlank = false;
+        out += c;
+    }
+    return out;
+}
+
+}  // namespace
+
+std::string cleanText(std::string_view bytes) {
+    if (isClean(bytes)) return std::string(bytes);
+    std::string blanked(bytes);  // vertical tabs and form feeds are blanks, and no XML characters
+    std::replace_if(blanked.begin(), blanked.end(), isBlank, ' ');
+    return collapseBlanks(toXmlCharacters(blanked));
+}
+
+std::vector<std::string_view> split(std::string_view text, char separator) {
+    std::vector<std::string_view> parts;
+    for (;;) {
+        const std::size_t end = text.find(separator);
+        parts.push_back(text.substr(0, end));
+        if (end == std::string_view::npos) return parts;
+        text.remove_prefix(end + 1);
+    }
+}
+
+std::vector<std::string_view> lines(std::string_view text) {
+    std::vector<std::string_view> parts = split(text, '\n');
+    if (parts.back().empty()) parts.pop_back();
+    for (std::string_view& line : parts) {
+        if (endsWith(line, "\r")) line.remove_suffix(1);
+    }
+    return parts;
+}
+
+std::vector<std::string_view> words(std::string_view text) {
+    std::vector<std::string_view> found;
+    for (;;) {
+        text.remove_prefix(std::min(text.find_first_not_of(kBlanks), text.size()));
+        if (text.empty()) return found;
+        const std::size_t end = std::min(text.find_first_of(kBlanks), text.size());
+        found.push_back(text.substr(0, end));
+        text.remove_prefix(end);
+    }
+}
+
+std::string_view trim(std::string_view text) {
+    const auto isEdge = [](char c) { return isBlank(c) || c == '\0'; };
+    while (!text.empty() && isEdge(text.front())) text.remove_prefix(1);
+    while (!text.empty() && isEdge(text.back())) text.remove_suffix(1);
+    return text;
+}
+
+std::string toLower(std::string_view text) {
+    std::string lower(text);
+    for (char& c : lower) {
+        if (c >= 'A' && c <= 'Z') c = static_cast<char>(c - 'A' + 'a');
+    }
+    return lower;
+}
+
+bool startsWith(std::string_view text, std::string_view prefix) {
+    return text.substr(0, prefix.size()) == prefix;
+}
+
+bool endsWith(std::string_view text, std::string_view suffix) {
+    return text.size() >= suffix.size() && text.substr(text.size() - suffix.size()) == suffix;
+}
+
+std::string utcTime(long long seconds) {
+    constexpr long long kFirst = -62135596800;  // 0001-01-01
+    constexpr long long kLast = 253402300799;   // 9999-12-31
+    if (seconds < kFirst || seconds > kLast) return "";
+    const auto time = static_cast<std::time_t>(seconds);
+    std::tm parts{};
+    ::gmtime_r(&time, &parts);
+    std::array<char, 32> text{};
+    const std::size_t length = std::strftime(text.data(), text.size(), "%Y-%m-%dT%H:%M:%SZ", &parts);
+    return std::string(text.data(), length);
+}
+
+std::string join(const std::vector<std::string>& items, std::string_view separator) {
+    std::string joined;
+    for (const std::string& item : items) {
+        if (!joined.empty()) joined += separator;
+        joined += item;
+    }
+    return joined;
+}

@@ -1,0 +1,76 @@
+// Runs the built scanner on every machine of tests/machines: NAME.case says which tree to plant, which groups
+// to ask for and which document must come out.
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <filesystem>
+#include <regex>
+
+#include "scanners/zukhw/parse.h"
+#include "scanners/zukhw/text.h"
+#include "tests/support/files.h"
+#include "tests/support/temporary_folder.h"
+#include "tests/zukhw/machine_tree.h"
+#include "tests/zukhw/scanner_run.h"
+
+namespace {
+
+const std::string kMachines = std::string(ZUK_SOURCE_DIR) + "/tests/machines/";
+
+std::vector<std::string> caseNames() {
+    std::vector<std::string> names;
+    for (const auto& entry : std::filesystem::directory_iterator(kMachines)) {
+        if (entry.path().extension() == ".case") names.push_back(entry.path().stem().string());
+    }
+    std::sort(names.begin(), names.end());
+    return names;
+}
+
+// Expected documents are written one field a line; the scanner writes no white space between elements.
+std::string withoutLayout(const std::string& xml) {
+    return std::regex_replace(xml, std::regex(">\\s+<"), "><");
+}
+
+// And the other way round, for messages that show the line that differs.
+std::string oneFieldALine(const std::string& xml) {
+    return std::regex_replace(xml, std::regex("><"), ">\n<");
+}
+
+std::string valueOf(const std::string& description, const char* key) {
+    return std::string(findValue(description, key, ':').value_or(""));
+}
+
+class MachineCase : public testing::TestWithParam<std::string> {};
+
+TEST_P(MachineCase, GivesTheExpectedDocument) {
+    const std::string description = readFile(kMachines + GetParam() + ".case");
+    const TemporaryFolder folder;
+    const std::string root = folder.path() + "/root";
+    std::filesystem::create_directory(root);
+    plantMachine(readFile(kMachines + valueOf(description, "tree")), root);
+    std::vector<std::string> groups;
+    const std::string groupList = valueOf(description, "groups");
+    for (const std::string_view group : split(groupList, ',')) groups.emplace_back(trim(group));
+    const std::string output = folder.path() + "/out.xml";
+    std::vector<std::string> arguments = {
+        "-c", folder.file("config.xml", configFor(groups)), "-o", output, "--root", root};
+    const std::string signature = valueOf(description, "cpuid-signature");
+    if (!signature.empty()) arguments.insert(arguments.end(), {"--cpuid-signature", signature});
+
+    const ScannerRun run = runScanner(arguments);
+
+    ASSERT_EQ(0, run.status) << run.errors;
+    EXPECT_EQ("", run.output);
+    const std::string expected = withoutLayout(readFile(kMachines + valueOf(description, "expect")));
+    EXPECT_EQ(oneFieldALine(expected), oneFieldALine(readFile(output) + "\n"));
+}
+
+INSTANTIATE_TEST_SUITE_P(Machines, MachineCase, testing::ValuesIn(caseNames()), [](const auto& row) {
+    std::string name = row.param;
+    std::replace_if(
+        name.begin(), name.end(), [](char c) { return std::isalnum(static_cast<unsigned char>(c)) == 0; },
+        '_');
+    return name;
+});
+
+}  // namespace
