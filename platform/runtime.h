@@ -10,11 +10,16 @@ class Stream {
     virtual int read() = 0;
 };
 
-// A child process that was started. Destroying it waits for its end, so no zombie is left behind.
+// A child process that was started. Destroying it closes its output, which ends a child that goes on
+// writing, and waits for its end, so no zombie is left behind. On kernels before 6.15 SIGCHLD is blocked
+// in the thread that started it until its end was waited for; the same thread must do that.
 class Process {
   public:
     virtual ~Process();
-    // Waits for the end. The exit status, 128 + n for a child killed by signal n; the same at every call.
+    // Waits for the end: read the output to its end first, since a child with more to say than a pipe holds
+    // (64 KiB) waits for its reader. The exit status, 128 + n for a child killed by signal n; the same at
+    // every call. It is the true one also when the process ignores SIGCHLD or waits for the child itself;
+    // where the kernel (before 6.15) has forgotten it then, it is 255.
     virtual int exitStatus() = 0;
     // The same value as exitStatus().
     virtual int resultValue() = 0;

@@ -58,7 +58,7 @@ wchar_t* decodeUtf8(std::string_view bytes, wchar_t* out) {
 }
 
 char* encodeUtf8(wchar_t character, char* out) {
-    auto code = static_cast<std::uint32_t>(character);
+    auto code = static_cast<std::uint32_t>(character);  // NOLINT(bugprone-signed-char-misuse): a wide one
     if (!isUnicode(code)) code = kReplacementCharacter;
     const auto put = [&out](std::uint32_t byte) { *out++ = static_cast<char>(byte); };
     if (code < 0x80) {

@@ -1,26 +1,28 @@
 #pragma once
 
-#include <algorithm>
 #include <cwchar>
+#include <memory>
 #include <utility>
 
 // A wide-character string that never changes its characters. Copies own their characters; a view borrows
 // them from whoever made it and must not outlive them.
 class String {
   public:
-    String() noexcept : text(L""), owned_(nullptr) {}
-    String(const wchar_t* characters) : text(L""), owned_(nullptr) {  // copies; null counts as empty
-        if (characters != nullptr && *characters != L'\0') text = owned_ = duplicate(characters);
+    String() noexcept : text(L"") {}
+    String(const wchar_t* characters) : text(L"") {  // copies; null counts as empty
+        if (characters == nullptr || *characters == L'\0') return;
+        const std::size_t size = std::wcslen(characters) + 1;
+        owned_.reset(new wchar_t[size]);
+        text = std::wmemcpy(owned_.get(), characters, size);
     }
     String(const String& other) : String(other.text) {}
-    String(String&& other) noexcept
-        : text(std::exchange(other.text, L"")), owned_(std::exchange(other.owned_, nullptr)) {}
+    String(String&& other) noexcept : text(std::exchange(other.text, L"")), owned_(std::move(other.owned_)) {}
     String& operator=(String other) noexcept {
         std::swap(text, other.text);
         std::swap(owned_, other.owned_);
         return *this;
     }
-    ~String() { delete[] owned_; }
+    ~String() = default;
 
     // A string on characters that stay where they are for as long as it is used.
     static String view(const wchar_t* characters) noexcept {
@@ -37,10 +39,5 @@ class String {
     const wchar_t* text;  // zero-terminated, never null
 
   private:
-    static wchar_t* duplicate(const wchar_t* characters) {
-        const std::size_t size = std::wcslen(characters) + 1;
-        return std::copy_n(characters, size, new wchar_t[size]) - size;
-    }
-
-    wchar_t* owned_;  // null for a view
+    std::unique_ptr<wchar_t[]> owned_;  // none for a view
 };

@@ -1,0 +1,42 @@
+#include "scanners/shared/packages/deb822.h"
+
+#include "scanners/shared/packages/text.h"
+
+namespace {
+
+bool continues(std::string_view text) {
+    return !text.empty() && (text.front() == ' ' || text.front() == '\t');
+}
+
+bool isFieldName(std::string_view name) {
+    return !name.empty() && name.find_first_of(" \t") == std::string_view::npos;
+}
+
+}  // namespace
+
+Deb822Reader::Item Deb822Reader::next() {
+    while (!rest_.empty()) {
+        offset_ = text_.size() - rest_.size();
+        const std::string_view line = takeLine(rest_);
+        const bool blank = trimBlanks(line).empty();
+        if (blank && !inParagraph_) continue;
+        inParagraph_ = !blank;
+        if (blank) return Item::EndOfParagraph;
+        const auto colon = line.find(':');
+        name_ = line.substr(0, colon);
+        if (colon == std::string_view::npos || !isFieldName(name_)) return Item::BadLine;
+        value_ = trimBlanks(line.substr(colon + 1));
+        continuation_ = takeContinuation();
+        return Item::Field;
+    }
+    offset_ = text_.size();
+    if (!inParagraph_) return Item::End;
+    inParagraph_ = false;
+    return Item::EndOfParagraph;
+}
+
+std::string_view Deb822Reader::takeContinuation() {
+    const std::string_view begin = rest_;
+    while (continues(rest_) && !trimBlanks(rest_.substr(0, rest_.find('\n'))).empty()) takeLine(rest_);
+    return begin.substr(0, begin.size() - rest_.size());
+}

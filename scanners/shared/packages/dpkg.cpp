@@ -1,0 +1,45 @@
+#include "scanners/shared/packages/dpkg.h"
+
+#include "scanners/shared/packages/deb822.h"
+#include "scanners/shared/packages/status_file.h"
+
+namespace {
+
+constexpr StatusDialect kStatus = {"dpkg", true, 1024, true};
+constexpr StatusDialect kControl = {"dpkg", false, 1024, false};
+
+struct AptState {
+    std::string_view name;
+    std::string_view architecture;
+    bool automatic = false;
+};
+
+void setField(AptState& state, std::string_view name, std::string_view value) {
+    if (name == "Package") state.name = value;
+    if (name == "Architecture") state.architecture = value;
+    if (name == "Auto-Installed") state.automatic = value == "1";
+}
+
+}  // namespace
+
+PackageList parseDpkgStatus(std::string_view text) {
+    return parseStatusFile(text, kStatus);
+}
+
+PackageList parseDpkgControl(std::string_view text) {
+    return parseStatusFile(text, kControl);
+}
+
+std::set<std::pair<std::string, std::string>> parseAptAutomatic(std::string_view text) {
+    using Item = Deb822Reader::Item;
+    std::set<std::pair<std::string, std::string>> automatic;
+    Deb822Reader reader(text);
+    AptState state;
+    for (Item item = reader.next(); item != Item::End; item = reader.next()) {
+        if (item == Item::Field) setField(state, reader.name(), reader.value());
+        if (item != Item::EndOfParagraph) continue;
+        if (state.automatic) automatic.emplace(state.name, state.architecture);
+        state = AptState();
+    }
+    return automatic;
+}

@@ -1,0 +1,102 @@
+#include "scanners/shared/packages/status_file.h"
+
+#include <utility>
+
+#include "scanners/shared/packages/deb822.h"
+#include "scanners/shared/packages/text.h"
+
+namespace {
+
+// One paragraph while it is read.
+struct Paragraph {
+    Package package;
+    std::uint64_t sizeUnit = 0;
+    bool statusSeen = false;
+    bool good = true;
+};
+
+// "install ok installed": what is wanted, remarks with commas between, and how far it is installed.
+void setStatus(Paragraph& paragraph, std::string_view value) {
+    const std::string_view wanted = takeWord(value);
+    const std::string_view remarks = takeWord(value);
+    const std::optional<PackageState> state = packageStateByName(takeWord(value));
+    paragraph.statusSeen = true;
+    paragraph.good = paragraph.good && state && takeWord(value).empty();
+    // dpkg wants a held package held; opkg remarks that it is.
+    paragraph.package.held = wanted == "hold" || remarks.find("hold") != std::string_view::npos;
+    paragraph.package.state = state.value_or(PackageState::NotInstalled);
+}
+
+void setInstalledSize(Paragraph& paragraph, std::string_view value) {
+    const std::uint64_t unit = paragraph.sizeUnit;
+    const std::optional<std::uint64_t> size = parseUnsigned(value);
+    if (size && unit != 0 && *size <= UINT64_MAX / unit) paragraph.package.installedBytes = *size * unit;
+}
+
+struct FieldRow {
+    std::string_view name;
+    void (*set)(Paragraph&, std::string_view);
+};
+
+const FieldRow kFields[] = {
+    {"Package", [](Paragraph& p, std::string_view v) { p.package.name = v; }},
+    {"Status", setStatus},
+    {"Version", [](Paragraph& p, std::string_view v) { setVersion(p.package, v); }},
+    {"Architecture", [](Paragraph& p, std::string_view v) { p.package.architecture = v; }},
+    {"Maintainer", [](Paragraph& p, std::string_view v) { p.package.maintainer = v; }},
+    {"Description", [](Paragraph& p, std::string_view v) { p.package.summary = v; }},
+    {"Section", [](Paragraph& p, std::string_view v) { p.package.section = v; }},
+    // "name (version)", the version only where it differs.
+    {"Source", [](Paragraph& p, std::string_view v) { p.package.source = takeWord(v); }},
+    {"License", [](Paragraph& p, std::string_view v) { p.package.license = v; }},
+    {"Essential", [](Paragraph& p, std::string_view v) { p.package.essential = v == "yes"; }},
+    {"Installed-Size", setInstalledSize},
+    {"Installed-Time", [](Paragraph& p, std::string_view v) { p.package.installTime = parseSeconds(v); }},
+    {"Auto-Installed", [](Paragraph& p, std::string_view v) { p.package.automatic = v == "yes"; }},
+};
+
+void setField(Paragraph& paragraph, std::string_view name, std::string_view value) {
+    for (const FieldRow& row : kFields) {
+        if (row.name == name) return row.set(paragraph, value);
+    }
+}
+
+bool isComplete(const Paragraph& paragraph, const StatusDialect& dialect) {
+    const Package& package = paragraph.package;
+    if (!paragraph.good || package.name.empty()) return false;
+    if (dialect.statusNeeded && !paragraph.statusSeen) return false;
+    return !package.version.empty() || !filesArePresent(package.state);
+}
+
+}  // namespace
+
+PackageList parseStatusFile(std::string_view text, const StatusDialect& dialect) {
+    using Item = Deb822Reader::Item;
+    PackageList list;
+    Deb822Reader reader(text);
+    const bool cut = dialect.finalNewlineNeeded && !text.empty() && text.back() != '\n';
+    Paragraph paragraph;
+    std::size_t begin = 0;
+    for (Item item = reader.next(); item != Item::End; item = reader.next()) {
+        if (item == Item::Field) {
+            paragraph.sizeUnit = dialect.sizeUnit;
+            setField(paragraph, reader.name(), reader.value());
+            continue;
+        }
+        if (item == Item::BadLine) {
+            paragraph.good = false;
+            continue;
+        }
+        const bool last = reader.offset() == text.size();
+        if (!isComplete(paragraph, dialect) || (cut && last)) {
+            list.skipBroken(begin);
+        } else {
+            paragraph.package.manager = dialect.manager;
+            list.packages.push_back(std::move(paragraph.package));
+        }
+        paragraph = Paragraph();
+        begin = reader.offset();
+    }
+    if (!paragraph.good) list.skipBroken(begin);
+    return list;
+}
