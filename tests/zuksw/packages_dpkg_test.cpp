@@ -53,6 +53,12 @@ TEST(DpkgStatus, EssentialAndHeld) {
     EXPECT_TRUE(list.packages[1].held);
 }
 
+TEST(DpkgStatus, WithoutSourceFieldTheSourceHasThePackagesName) {
+    const PackageList list = parseDpkgStatus(kStatus);
+    ASSERT_EQ(list.packages.size(), 2U);
+    EXPECT_EQ(list.packages[1].source, "base");
+}
+
 struct StateCase {
     std::string_view status;
     PackageState state;

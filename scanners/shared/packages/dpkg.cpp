@@ -8,6 +8,14 @@ namespace {
 constexpr StatusDialect kStatus = {"dpkg", true, 1024, true};
 constexpr StatusDialect kControl = {"dpkg", false, 1024, false};
 
+// A package without a Source field is built from the source of its own name.
+PackageList withSources(PackageList list) {
+    for (Package& package : list.packages) {
+        if (package.source.empty()) package.source = package.name;
+    }
+    return list;
+}
+
 struct AptState {
     std::string_view name;
     std::string_view architecture;
@@ -23,11 +31,11 @@ void setField(AptState& state, std::string_view name, std::string_view value) {
 }  // namespace
 
 PackageList parseDpkgStatus(std::string_view text) {
-    return parseStatusFile(text, kStatus);
+    return withSources(parseStatusFile(text, kStatus));
 }
 
 PackageList parseDpkgControl(std::string_view text) {
-    return parseStatusFile(text, kControl);
+    return withSources(parseStatusFile(text, kControl));
 }
 
 std::set<std::pair<std::string, std::string>> parseAptAutomatic(std::string_view text) {
