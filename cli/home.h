@@ -1,0 +1,8 @@
+#pragma once
+
+#include <optional>
+#include <string>
+
+// The directory of the scanners that belong to this very program: its own one, as in a build folder, or
+// the one where an installation keeps them. None when the hardware scanner is in neither.
+std::optional<std::string> findHome();
