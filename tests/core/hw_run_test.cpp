@@ -18,14 +18,8 @@ class HwRun : public HardwareFixture {
         EXPECT_EQ(0, ZUK_hw_get_returncode(ctx, &code));
         return code;
     }
-    // The names in the context's directory that begin with `prefix`.
-    std::vector<std::string> filesNamed(const std::string& prefix) {
-        std::vector<std::string> found;
-        for (const std::wstring& file : ctx->tmpDir->files) {
-            const std::string name = std::filesystem::path(narrow(file)).filename().string();
-            if (name.rfind(prefix, 0) == 0) found.push_back(narrow(file));
-        }
-        return found;
+    std::vector<std::string> filesNamed(const std::string& prefix) const {
+        return ::filesNamed(*ctx->tmpDir, prefix);
     }
 };
 

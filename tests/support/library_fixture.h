@@ -7,10 +7,21 @@
 
 #include "frame/context.h"
 #include "frame/narrow.h"
+#include "frame/temporary_dir.h"
 #include "tests/support/files.h"
 #include "tests/support/log_recorder.h"
 #include "tests/support/redirected_open.h"
 #include "tests/support/temporary_folder.h"
+
+// The paths that `dir` handed out whose last component begins with `prefix`, in order.
+inline std::vector<std::string> filesNamed(const TemporaryDir& dir, const std::string& prefix) {
+    std::vector<std::string> found;
+    for (const std::wstring& file : dir.files) {
+        const std::string path = narrow(file);
+        if (std::filesystem::path(path).filename().string().rfind(prefix, 0) == 0) found.push_back(path);
+    }
+    return found;
+}
 
 // A library context on a machine without an installation file, with a home directory of the test's own to
 // put scanners into and a directory of its own to work in.
