@@ -1,11 +1,19 @@
 #include "scanners/shared/packages/deb822.h"
 
+#include <algorithm>
+
 #include "scanners/shared/packages/text.h"
 
 namespace {
 
 bool continues(std::string_view text) {
     return !text.empty() && (text.front() == ' ' || text.front() == '\t');
+}
+
+std::string_view withoutLeadingBlanks(std::string_view text) {
+    text.remove_prefix(std::min(text.find_first_not_of(" \t"), text.size()));
+    if (!text.empty() && text.back() == '\r') text.remove_suffix(1);
+    return text;
 }
 
 bool isFieldName(std::string_view name) {
@@ -25,7 +33,7 @@ Deb822Reader::Item Deb822Reader::next() {
         const auto colon = line.find(':');
         name_ = line.substr(0, colon);
         if (colon == std::string_view::npos || !isFieldName(name_)) return Item::BadLine;
-        value_ = trimBlanks(line.substr(colon + 1));
+        value_ = withoutLeadingBlanks(line.substr(colon + 1));
         continuation_ = takeContinuation();
         return Item::Field;
     }
@@ -33,6 +41,10 @@ Deb822Reader::Item Deb822Reader::next() {
     if (!inParagraph_) return Item::End;
     inParagraph_ = false;
     return Item::EndOfParagraph;
+}
+
+std::string_view Deb822Reader::value() const {
+    return trimBlanks(value_);
 }
 
 std::string_view Deb822Reader::takeContinuation() {

@@ -21,7 +21,8 @@ class Deb822Reader {
     // Of the last field: its name as written, its first line without blanks at the ends, and the lines that
     // go on with it.
     std::string_view name() const { return name_; }
-    std::string_view value() const { return value_; }
+    std::string_view value() const;
+    std::string_view untrimmedValue() const { return value_; }  // with the blanks at its end
     std::string_view continuation() const { return continuation_; }
 
     // Where the last item begins in the text.
