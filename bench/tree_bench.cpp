@@ -6,9 +6,10 @@
 #include "frame/xml_parser.h"
 
 namespace {
-void readTree(const std::string& path) {
+std::shared_ptr<void> readTree(const std::string& path) {
     XMLParser parser(nullptr, std::wstring(path.begin(), path.end()).c_str());
     if (parser.errors != 0) throw std::runtime_error("the tree was not read");
+    return nullptr;
 }
 }  // namespace
 

@@ -1,7 +1,6 @@
 #pragma once
 
 #include <cstddef>
-#include <cstdlib>
 #include <memory>
 #include <new>
 #include <utility>
@@ -12,7 +11,8 @@
 class Arena {
   public:
     struct Release {
-        void operator()(void* block) const { std::free(block); }
+        std::size_t mapped = 0;  // the size of a block of mmap's; 0 for one of malloc's
+        void operator()(void* block) const;
     };
     using Block = std::unique_ptr<void, Release>;
 
@@ -35,7 +35,7 @@ class Arena {
     std::size_t room() const { return static_cast<std::size_t>(end_ - free_); }
     // Moves the free end to a new block with room for `bytes` or more.
     void startBlock(std::size_t bytes);
-    // Takes over a block of malloc's.
+    // Takes over a block.
     void adopt(Block block) { blocks_.push_back(std::move(block)); }
 
   private:

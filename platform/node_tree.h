@@ -1,6 +1,6 @@
 #pragma once
 
-#include <deque>
+#include <vector>
 
 #include "platform/arena.h"
 #include "platform/xml_node.h"
@@ -11,21 +11,45 @@
 class ElementNode : public Node {
   public:
     void setName(const wchar_t* tag) { name = String::view(tag); }
-    void setChildren(std::list<Node*>* children) { children_ = children; }
+
+    std::list<Node*> children;
+
+  protected:
+    const std::list<Node*>* childList() const override { return &children; }
 };
 
 template <int kType>
 class LeafNode final : public Node {
   public:
-    explicit LeafNode(const wchar_t* text) noexcept : Node(nullptr) { name = String::view(text); }
+    explicit LeafNode(const wchar_t* text) { name = String::view(text); }
     int getType() const override { return kType; }
+
+  protected:
+    const std::list<Node*>* childList() const override { return nullptr; }
+};
+
+// Makes elements in blocks, so that their lists, which are all of a tree that needs destroying, are cleared
+// block by block.
+class ElementBlocks {
+  public:
+    explicit ElementBlocks(Arena& arena) noexcept : arena_(arena) {}
+    ~ElementBlocks();
+    ElementBlocks(const ElementBlocks&) = delete;
+    ElementBlocks& operator=(const ElementBlocks&) = delete;
+
+    ElementNode* make();
+
+  private:
+    static constexpr std::size_t kBlockLength = 128;
+
+    Arena& arena_;
+    std::vector<ElementNode*> blocks_;
+    std::size_t used_ = kBlockLength;  // of the last block
 };
 
 // The document element, and with it everything the tree is made of.
 class DocumentNode final : public ElementNode {
   public:
-    // The lists of all elements that have children: the only parts of a tree that need destroying. A deque
-    // keeps them in place and clears them block by block.
-    std::deque<std::list<Node*>> lists;
     Arena arena;
+    ElementBlocks elements{arena};
 };

@@ -22,13 +22,13 @@ void TreeBuilder::startElement(const char* name, const char* const* attributes) 
     endText();
     ElementNode* element = document_.get();
     if (!open_.empty()) {
-        element = document_->arena.make<ElementNode>();
+        element = document_->elements.make();
         top().hasElements = true;
-        children(top()).push_back(element);
+        top().element->children.push_back(element);
     }
     element->setName(names_.widen(name));
     if (*attributes != nullptr) element->attributes = makeAttributes(attributes);
-    open_.push_back({element, nullptr, pending_.size(), blanks_.size(), keepLayout_, false});
+    open_.push_back({element, pending_.size(), blanks_.size(), keepLayout_, false});
 }
 
 void TreeBuilder::endElement() {
@@ -55,7 +55,7 @@ void TreeBuilder::addComment(const char* text) {
     if (open_.empty()) return;
     endText();
     text_.add(text);
-    children(top()).push_back(makeLeaf<Node::kComment>(text_.finish()));
+    top().element->children.push_back(makeLeaf<Node::kComment>(text_.finish()));
 }
 
 void TreeBuilder::addInstruction(const char* target, const char* data) {
@@ -64,7 +64,7 @@ void TreeBuilder::addInstruction(const char* target, const char* data) {
     text_.add(target);
     if (*data != '\0') text_.add(" ");
     text_.add(data);
-    children(top()).push_back(makeLeaf<Node::kInstruction>(text_.finish()));
+    top().element->children.push_back(makeLeaf<Node::kInstruction>(text_.finish()));
 }
 
 StringMap* TreeBuilder::makeAttributes(const char* const* attributes) {
@@ -80,14 +80,6 @@ StringMap* TreeBuilder::makeAttributes(const char* const* attributes) {
     return arena.make<StringMap>(entries, static_cast<int>(count));
 }
 
-std::list<Node*>& TreeBuilder::children(Level& level) {
-    if (level.children == nullptr) {
-        level.children = &document_->lists.emplace_back();
-        level.element->setChildren(level.children);
-    }
-    return *level.children;
-}
-
 template <int kType>
 Node* TreeBuilder::makeLeaf(const wchar_t* text) {
     return document_->arena.make<LeafNode<kType>>(text);
@@ -98,7 +90,7 @@ void TreeBuilder::endText() {
         solid_ = false;
         const wchar_t* text = text_.finish();
         if (!top().keepsBlanks) keepBlanks(top());
-        children(top()).push_back(makeLeaf<Node::kText>(text));
+        top().element->children.push_back(makeLeaf<Node::kText>(text));
     } else if (blanks_.size() > runBegin_) {
         endBlank(top());
     }
@@ -106,10 +98,10 @@ void TreeBuilder::endText() {
 
 void TreeBuilder::endBlank(Level& level) {
     if (level.keepsBlanks) {
-        children(level).push_back(makeLeaf<Node::kText>(widenBlanks(runBegin_, blanks_.size())));
+        level.element->children.push_back(makeLeaf<Node::kText>(widenBlanks(runBegin_, blanks_.size())));
         blanks_.resize(runBegin_);
     } else {
-        pending_.push_back({level.children == nullptr ? 0 : level.children->size(), runBegin_});
+        pending_.push_back({level.element->children.size(), runBegin_});
         runBegin_ = blanks_.size();
     }
 }
@@ -117,7 +109,7 @@ void TreeBuilder::endBlank(Level& level) {
 void TreeBuilder::keepBlanks(Level& level) {
     level.keepsBlanks = true;
     if (pending_.size() == level.firstBlank) return;
-    std::list<Node*>& list = children(level);
+    std::list<Node*>& list = level.element->children;
     auto place = list.begin();
     std::size_t position = 0;
     for (std::size_t i = level.firstBlank; i < pending_.size(); ++i) {

@@ -35,16 +35,14 @@ class TreeBuilder {
     // An element that was started and not ended.
     struct Level {
         ElementNode* element;
-        std::list<Node*>* children;  // null until there is one
-        std::size_t firstBlank;      // in pending_
-        std::size_t blankBegin;      // in blanks_
+        std::size_t firstBlank;  // in pending_
+        std::size_t blankBegin;  // in blanks_
         bool keepsBlanks;
         bool hasElements;
     };
 
     Level& top() { return open_.back(); }
     StringMap* makeAttributes(const char* const* attributes);
-    std::list<Node*>& children(Level& level);
     template <int kType>
     Node* makeLeaf(const wchar_t* text);
     void endText();

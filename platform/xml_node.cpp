@@ -2,11 +2,14 @@
 
 namespace {
 StringMap noAttributes;
-std::list<Node*> noChildren;
+const std::list<Node*> noChildren;
 }  // namespace
 
-Node::Node() noexcept : Node(&noChildren) {}
-Node::Node(std::list<Node*>* children) noexcept : attributes(&noAttributes), children_(children) {}
+Node::Node() : attributes(&noAttributes) {}
+
+const std::list<Node*>* Node::childList() const {
+    return &noChildren;
+}
 
 const char* Node::getTypeName() const {
     switch (getType()) {

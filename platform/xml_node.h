@@ -44,7 +44,7 @@ class Node {
     static constexpr int kComment = 2;
     static constexpr int kInstruction = 3;
 
-    Node() noexcept;
+    Node();
     Node(const Node&) = delete;
     Node& operator=(const Node&) = delete;
     virtual ~Node() = default;
@@ -59,8 +59,9 @@ class Node {
     // Points `children` at the child nodes in document order and returns 0; returns 1 for a node that can
     // have none (anything but an element). The list is valid as long as the tree.
     int getChildren(const std::list<Node*>** children) const {
-        if (children_ == nullptr) return 1;
-        *children = children_;
+        const std::list<Node*>* list = childList();
+        if (list == nullptr) return 1;
+        *children = list;
         return 0;
     }
 
@@ -70,10 +71,7 @@ class Node {
     StringMap* attributes;  // never null; elements without attributes share one empty map
 
   protected:
-    // `children` is null for a node that can have none; otherwise the tree owns it.
-    explicit Node(std::list<Node*>* children) noexcept;
-
-    std::list<Node*>* children_;
+    virtual const std::list<Node*>* childList() const;  // null for a node that can have no children
 };
 
 // Receives what a reader finds. What the operations return is not looked at.

@@ -1,18 +1,49 @@
 #include "bench/support/measure.h"
 
+#include <fcntl.h>
 #include <spawn.h>
 #include <sys/resource.h>
 #include <sys/wait.h>
+#include <time.h>
 #include <unistd.h>
 
 #include <algorithm>
-#include <chrono>
+#include <cstdio>
+#include <fstream>
 #include <stdexcept>
 
+namespace {
+double secondsOf(const timeval& time) {
+    return static_cast<double>(time.tv_sec) + static_cast<double>(time.tv_usec) * 1e-6;
+}
+
+double threadSeconds() {
+    timespec now{};
+    clock_gettime(CLOCK_THREAD_CPUTIME_ID, &now);
+    return static_cast<double>(now.tv_sec) + static_cast<double>(now.tv_nsec) * 1e-9;
+}
+
+// Starts this program with its standard output going to `output`.
+pid_t startSelf(const std::vector<std::string>& arguments, int output) {
+    static const char kSelf[] = "/proc/self/exe";
+    std::vector<char*> argv{const_cast<char*>(kSelf)};
+    for (const std::string& argument : arguments) argv.push_back(const_cast<char*>(argument.c_str()));
+    argv.push_back(nullptr);
+
+    posix_spawn_file_actions_t actions;
+    posix_spawn_file_actions_init(&actions);
+    posix_spawn_file_actions_adddup2(&actions, output, STDOUT_FILENO);
+    pid_t child = -1;
+    posix_spawn(&child, kSelf, &actions, nullptr, argv.data(), environ);
+    posix_spawn_file_actions_destroy(&actions);
+    return child;
+}
+}  // namespace
+
 double secondsOf(const std::function<void()>& work) {
-    const auto begin = std::chrono::steady_clock::now();
+    const double begin = threadSeconds();
     work();
-    return std::chrono::duration<double>(std::chrono::steady_clock::now() - begin).count();
+    return threadSeconds() - begin;
 }
 
 double median(std::vector<double> values) {
@@ -22,20 +53,29 @@ double median(std::vector<double> values) {
 }
 
 ChildRun runSelf(const std::vector<std::string>& arguments) {
-    static const char kSelf[] = "/proc/self/exe";
-    std::vector<char*> argv{const_cast<char*>(kSelf)};
-    for (const std::string& argument : arguments) argv.push_back(const_cast<char*>(argument.c_str()));
-    argv.push_back(nullptr);
+    int ends[2];
+    if (pipe2(ends, O_CLOEXEC) != 0) throw std::runtime_error("no pipe");
+    const pid_t child = startSelf(arguments, ends[1]);
+    close(ends[1]);
+    char report[32] = "";
+    const ssize_t length = read(ends[0], report, sizeof(report) - 1);
+    close(ends[0]);
 
     rusage usage{};
     int status = 0;
-    const double seconds = secondsOf([&] {
-        pid_t child = 0;
-        if (posix_spawn(&child, kSelf, nullptr, nullptr, argv.data(), environ) != 0) {
-            throw std::runtime_error("cannot start a child process");
-        }
-        wait4(child, &status, 0, &usage);
-    });
-    if (status != 0) throw std::runtime_error("the child process failed: " + arguments.front());
-    return {seconds, static_cast<double>(usage.ru_maxrss) * 1024};
+    if (wait4(child, &status, 0, &usage) != child || status != 0 || length <= 0) {
+        throw std::runtime_error("the child process failed: " + arguments.front());
+    }
+    return {secondsOf(usage.ru_utime) + secondsOf(usage.ru_stime), std::stod(report) * 1024};
+}
+
+void reportPeak() {
+    std::ifstream status("/proc/self/status");
+    for (std::string word; status >> word;) {
+        if (word != "VmHWM:") continue;
+        status >> word;
+        std::puts(word.c_str());
+        std::fflush(stdout);
+        return;
+    }
 }

@@ -1,7 +1,6 @@
 #include "bench/support/reading_bench.h"
 
 #include <sys/stat.h>
-#include <unistd.h>
 
 #include <cstdio>
 #include <cstdlib>
@@ -9,22 +8,10 @@
 
 #include "bench/support/empty_parse.h"
 #include "bench/support/measure.h"
+#include "bench/support/scratch_file.h"
 
 namespace {
 constexpr char kFloor[] = "expat";
-
-// A file of the program's own that goes with it.
-class ScratchFile {
-  public:
-    ScratchFile() { close(mkstemp(path_)); }
-    ~ScratchFile() { unlink(path_); }
-    ScratchFile(const ScratchFile&) = delete;
-    ScratchFile& operator=(const ScratchFile&) = delete;
-    std::string path() const { return path_; }
-
-  private:
-    char path_[32] = "/tmp/zuk_bench_XXXXXX";
-};
 
 void measureReading(const Reading& reading, int rounds, std::size_t bytes) {
     const ScratchFile file;
@@ -34,31 +21,35 @@ void measureReading(const Reading& reading, int rounds, std::size_t bytes) {
 
     std::vector<double> floors;
     std::vector<double> inCall;
+    std::vector<double> release;
     std::vector<double> asProcess;
     std::vector<double> memory;
     for (int round = 0; round < rounds; ++round) {
         const double floor = secondsOf([&] { parseWithEmptyHandlers(file.path()); });
         floors.push_back(floor);
-        inCall.push_back(secondsOf([&] { reading.read(file.path()); }) / floor);
+        std::shared_ptr<void> found;
+        inCall.push_back(secondsOf([&] { found = reading.read(file.path()); }) / floor);
+        release.push_back(secondsOf([&] { found.reset(); }) / floor);
         const ChildRun bare = runSelf({"--child", kFloor, file.path()});
         const ChildRun full = runSelf({"--child", reading.name, file.path()});
         asProcess.push_back(full.seconds / bare.seconds);
         memory.push_back(full.peakBytes / static_cast<double>(status.st_size));
     }
-    std::printf("%-28s %8.1f ms %8.2f %8.2f %8.2f\n", reading.name, median(floors) * 1e3, median(inCall),
-                median(asProcess), median(memory));
+    std::printf("%-28s %8.1f ms %8.2f %8.2f %8.2f %8.2f\n", reading.name, median(floors) * 1e3,
+                median(inCall), median(asProcess), median(memory), median(release));
 }
 
 int runChild(const char* name, const char* path, const std::vector<Reading>& readings) {
     if (std::strcmp(name, kFloor) == 0) {
         parseWithEmptyHandlers(path);
+        reportPeak();
         return 0;
     }
     for (const Reading& reading : readings) {
-        if (std::strcmp(name, reading.name) == 0) {
-            reading.read(path);
-            return 0;
-        }
+        if (std::strcmp(name, reading.name) != 0) continue;
+        const std::shared_ptr<void> found = reading.read(path);
+        reportPeak();
+        std::_Exit(0);  // while it is held
     }
     return 1;
 }
@@ -73,7 +64,8 @@ int runReadingBench(int argc, char** argv, const std::vector<Reading>& readings)
         std::fprintf(stderr, "usage: %s [ROUNDS [MEGABYTES]]\n", argv[0]);
         return 2;
     }
-    std::printf("%-28s %11s %8s %8s %8s\n", "reading", "bare parse", "call", "process", "bytes/B");
+    std::printf("%-28s %11s %8s %8s %8s %8s\n", "reading", "bare parse", "call", "process", "bytes/B",
+                "release");
     for (const Reading& reading : readings) measureReading(reading, rounds, megabytes << 20);
     return 0;
 }
