@@ -26,7 +26,7 @@ using SwConfigSchema = SoftwareFixture;
 TEST_F(HwConfigSchema, FileWithoutAndWithEveryGroupIsValid) {
     if (!haveJudge()) GTEST_SKIP() << "xmllint is not installed";
     const std::string path = folder.path() + "/config.xml";
-    for (const unsigned char value : {0, 1}) {
+    for (const bool value : {false, true}) {
         ZUK_hw_setopt(ctx, 0, value);
         ASSERT_EQ(0, HW_generateHWConfigFile(ctx, widen(path).c_str()));
         EXPECT_EQ("", complaint(path));
