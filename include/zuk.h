@@ -51,8 +51,8 @@ typedef struct ZUKSwResult ZUKSwResult;
  *  @param location       the function that speaks; a constant
  *  @param text           the message in the current locale's encoding; released when the callback returns
  */
-typedef void (*ZUK_log_callback)(int message_level, int logger_level, void* user_data,
-                                 const char* location, const char* text);
+typedef void (*ZUK_log_callback)(int message_level, int logger_level, void* user_data, const char* location,
+                                 const char* text);
 
 /** Creates a library context.
  *
@@ -70,8 +70,8 @@ typedef void (*ZUK_log_callback)(int message_level, int logger_level, void* user
  *  @return 0; 2 exploiter null; 4 or 5 no memory; 6 the private directory could not be created (see the
  *          log). After 6 the memory of the logger and the directory object is kept.
  */
-int ZUK_init(const char* exploiter, ZUK_log_callback callback, void* user_data,
-             const wchar_t* temp_base, const wchar_t* home_dir, ZUKCtx** out);
+int ZUK_init(const char* exploiter, ZUK_log_callback callback, void* user_data, const wchar_t* temp_base,
+             const wchar_t* home_dir, ZUKCtx** out);
 
 /** Releases a library context and removes its private directory.
  *
@@ -201,7 +201,8 @@ int ZUK_sw_init(ZUKCtx* libCtx, ZUK_log_callback callback, void* user_data, ZUKS
  *  @param value      its value
  *  @return 0; 3 ctx null; 7 one of the strings null
  */
-int ZUK_sw_setopt_config(ZUKSwCtx* ctx, const wchar_t* plugin, const wchar_t* attribute, const wchar_t* value);
+int ZUK_sw_setopt_config(ZUKSwCtx* ctx, const wchar_t* plugin, const wchar_t* attribute,
+                         const wchar_t* value);
 
 /** Sets a variable that signatures may take as input.
  *
