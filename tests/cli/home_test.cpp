@@ -14,7 +14,7 @@ namespace {
 class Home : public testing::Test {
   protected:
     void SetUp() override {
-        for (const char* folder : {"bin", "libexec/zuk", "elsewhere"}) {
+        for (const char* folder : {"bin", "libexec/zuk/bin", "elsewhere"}) {
             fs::create_directories(zuk_.path(folder));
         }
         fs::copy_file(ZUK_BINARY_DIR "/bin/zuk", zuk_.path("bin/zuk"));
@@ -35,17 +35,17 @@ class Home : public testing::Test {
 
 TEST_F(Home, IsTheProgramsOwnDirectoryWhenTheScannerIsThere) {
     installScanner("bin/zukhw", "beside");
-    installScanner("libexec/zuk/zukhw", "installed");
+    installScanner("libexec/zuk/bin/zukhw", "installed");
     EXPECT_EQ("Memory\n  Note  beside\n", run("bin/zuk").out);
 }
 
 TEST_F(Home, IsTheInstallationsDirectoryOtherwise) {
-    installScanner("libexec/zuk/zukhw", "installed");
+    installScanner("libexec/zuk/bin/zukhw", "installed");
     EXPECT_EQ("Memory\n  Note  installed\n", run("bin/zuk").out);
 }
 
 TEST_F(Home, IsFoundThroughASymbolicLinkToTheProgram) {
-    installScanner("libexec/zuk/zukhw", "installed");
+    installScanner("libexec/zuk/bin/zukhw", "installed");
     fs::create_symlink(zuk_.path("bin/zuk"), zuk_.path("elsewhere/inventory"));
     EXPECT_EQ("Memory\n  Note  installed\n", run("elsewhere/inventory").out);
 }
@@ -58,7 +58,7 @@ TEST_F(Home, IsWhatTheOptionNamesWhateverLiesBeside) {
 
 TEST_F(Home, AFileThatCannotBeStartedIsNoScanner) {
     zuk_.folder().file("bin/zukhw", "");
-    installScanner("libexec/zuk/zukhw", "installed");
+    installScanner("libexec/zuk/bin/zukhw", "installed");
     EXPECT_EQ("Memory\n  Note  installed\n", run("bin/zuk").out);
 }
 
