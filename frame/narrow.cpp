@@ -1,5 +1,7 @@
 #include "frame/narrow.h"
 
+#include <algorithm>
+
 std::string narrow(std::wstring_view text) {
     std::string bytes;
     bytes.reserve(text.size());
@@ -9,7 +11,13 @@ std::string narrow(std::wstring_view text) {
 
 std::wstring widen(std::string_view text) {
     std::wstring wide;
-    wide.reserve(text.size());
-    for (const char byte : text) wide.push_back(static_cast<signed char>(byte));
+    appendWidened(wide, text);
     return wide;
+}
+
+void appendWidened(std::wstring& wide, std::string_view text) {
+    const std::size_t before = wide.size();
+    wide.resize(before + text.size());
+    std::transform(text.begin(), text.end(), wide.begin() + static_cast<std::ptrdiff_t>(before),
+                   [](char byte) { return static_cast<wchar_t>(static_cast<signed char>(byte)); });
 }

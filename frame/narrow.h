@@ -7,3 +7,4 @@
 // narrowing keeps the low byte of each character, widening sign-extends each byte.
 std::string narrow(std::wstring_view text);
 std::wstring widen(std::string_view text);
+void appendWidened(std::wstring& wide, std::string_view text);

@@ -67,8 +67,7 @@ int HW_parseHWGroup(ZUKHwCtx* ctx, HWInstance* instance, const Node* node) {
     if (children == nullptr) return kOk;
     for (const Node* child : *children) {
         if (child->getType() != Node::kElement) return kBadOutput;
-        HWField& field = instance->emplace_back();
-        field.first.assign(child->name.text);
+        HWField& field = instance->emplace_back(child->name.text, std::wstring());
         if (HW_parseHWField(ctx, child, field.second) != kOk) {
             instance->pop_back();
             return kBadOutput;

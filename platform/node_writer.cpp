@@ -25,6 +25,10 @@ class Markup {
     // Text with references for what would be read as markup or normalised away.
     void putEscaped(const wchar_t* text, bool inAttribute) {
         for (; *text != L'\0'; ++text) {
+            if (isPlain(*text)) {
+                put(static_cast<char>(*text));
+                continue;
+            }
             const std::string_view reference = referenceFor(*text, inAttribute);
             if (reference.empty()) {
                 putCharacter(*text);
@@ -41,6 +45,11 @@ class Markup {
   private:
     static constexpr std::size_t kLongestCharacter = 4;
 
+    // Most characters: ASCII without a meaning in markup.
+    static bool isPlain(wchar_t character) {
+        return (L'?' <= character && character <= L'~') || (L'\'' <= character && character <= L';') ||
+               character == L' ';
+    }
     static std::string_view referenceFor(wchar_t character, bool inAttribute) {
         switch (character) {
             case L'&':

@@ -4,13 +4,13 @@
 #include <cstdlib>
 #include <cwchar>
 #include <memory>
-#include <sstream>
+#include <utility>
 
-#include "frame/narrow.h"
 #include "frame/trace.h"
 #include "frame/xml_parser.h"
 #include "platform/xml_node.h"
 #include "sw/context.h"
+#include "sw/node_text.h"
 
 namespace {
 
@@ -30,12 +30,6 @@ const std::list<Node*>* childrenOf(const Node* node) {
 
 bool isElement(const Node* node, const wchar_t* name) {
     return node->getType() == Node::kElement && std::wcscmp(node->name.text, name) == 0;
-}
-
-std::wstring textOf(const Node* node, int form) {
-    std::ostringstream text;
-    node->write(text, form);
-    return widen(text.str());
 }
 
 // Gives every attribute of the element to `take(key, value)`, in document order.
@@ -66,7 +60,7 @@ void readVariable(const Node* element, ZUKSwResult& result) {
         if (key.compareTo(L"name") == 0) name = value.text;
         if (key.compareTo(L"value") == 0) setting = value.text;
     });
-    if (!name.empty()) result.variables[name] = setting;
+    if (!name.empty()) result.variables.insert_or_assign(std::move(name), std::move(setting));
 }
 
 void buildResultArray(ZUKSwCtx* ctx) {
@@ -83,6 +77,21 @@ void buildWarningArray(ZUKSwCtx* ctx) {
     if (ctx->warningArray == nullptr) return;
     const wchar_t** next = ctx->warningArray;
     for (const std::wstring& warning : ctx->warnings) *next++ = warning.c_str();
+}
+
+// Reads one matched signature and appends it to the results.
+void addResult(ZUKSwCtx* ctx, const Node* element, NodeText& text) {
+    auto result = std::make_unique<ZUKSwResult>();
+    readHead(element, *result);
+    if (const std::list<Node*>* children = childrenOf(element)) {
+        for (const Node* child : *children) {
+            if (isElement(child, L"Metadata")) result->metadata = text.of(*child, kMetadataForm);
+            if (isElement(child, L"Variable")) readVariable(child, *result);
+        }
+    }
+    result->generateVariablesNames();
+    ctx->results.push_back(result.get());
+    result.release();
 }
 
 }  // namespace
@@ -103,31 +112,20 @@ int SW_ParseOutput(ZUKSwCtx* ctx, std::wstring outputPath, std::wstring warningP
 int SW_parseOutData(ZUKSwCtx* ctx, const Node* root) {
     if (ctx == nullptr) return kNoContext;
     traceMAX(ctx->log, "SW_parseOutData", "Parsing output file");
-    int status = kOk;
+    NodeText text;
     if (const std::list<Node*>* children = childrenOf(root)) {
         for (const Node* child : *children) {
-            if (!isElement(child, L"MatchedSignature")) continue;
-            status = SW_parseMatchedSignature(ctx, child);
-            if (status != kOk) break;
+            if (isElement(child, L"MatchedSignature")) addResult(ctx, child, text);
         }
     }
     buildResultArray(ctx);
-    return status;
+    return kOk;
 }
 
 int SW_parseMatchedSignature(ZUKSwCtx* ctx, const Node* element) {
     if (ctx == nullptr) return kNoContext;
-    auto result = std::make_unique<ZUKSwResult>();
-    readHead(element, *result);
-    if (const std::list<Node*>* children = childrenOf(element)) {
-        for (const Node* child : *children) {
-            if (isElement(child, L"Metadata")) result->metadata = textOf(child, kMetadataForm);
-            if (isElement(child, L"Variable")) readVariable(child, *result);
-        }
-    }
-    result->generateVariablesNames();
-    ctx->results.push_back(result.get());
-    result.release();
+    NodeText text;
+    addResult(ctx, element, text);
     return kOk;
 }
 
@@ -136,8 +134,9 @@ int SW_parseWarnData(ZUKSwCtx* ctx, const Node* root) {
     traceMAX(ctx->log, "SW_parseWarnData", "Parsing warn data");
     const std::list<Node*>* children = childrenOf(root);
     if (children == nullptr) return kOk;
+    NodeText text;
     for (const Node* child : *children) {
-        if (child->name.compareTo(L"Event") == 0) ctx->warnings.push_back(textOf(child, kEventForm));
+        if (child->name.compareTo(L"Event") == 0) ctx->warnings.push_back(text.of(*child, kEventForm));
     }
     buildWarningArray(ctx);
     return kOk;
