@@ -6,13 +6,17 @@
 #include "platform/runtime.h"
 
 void logStandardOutput(Stream& output, ZUKlog* log, const char* location) {
-    std::string line;
+    // A string that grows byte by byte costs more than the reading: the length is kept apart from it.
+    std::string line(256, '\0');
+    std::size_t length = 0;
     for (int byte = output.read(); byte >= 0; byte = output.read()) {
         if (byte == '\n') {
+            line[length] = '\0';
             if (log != nullptr) log->traceMAX(location, "STDOUT data: [%s]", line.c_str());
-            line.clear();
+            length = 0;
         } else if (byte != '\r') {
-            line.push_back(static_cast<char>(byte));
+            line[length] = static_cast<char>(byte);
+            if (++length == line.size()) line.resize(2 * length);
         }
     }
 }

@@ -35,7 +35,7 @@ bool waitOn(idtype_t type, int id, siginfo_t* end) {
     return result == 0;
 }
 
-// False when there is nothing to wait for: somebody else has, or SIGCHLD is ignored.
+// False with ECHILD when there is nothing to wait for: somebody else has, or SIGCHLD is ignored.
 bool waitFor(const Child& child, siginfo_t* end) {
     if (child.handle.valid()) {
         if (waitOn(P_PIDFD, child.handle.get(), end)) return true;
@@ -44,17 +44,16 @@ bool waitFor(const Child& child, siginfo_t* end) {
     return waitOn(P_PID, child.pid, end);
 }
 
-// The status of a child that has ended and that somebody else has waited for or is about to.
+// The status of a child that somebody else has waited for or is about to.
 int statusFromHandle(const FileDescriptor& handle) {
-    HandleInfo info{};
-    for (;;) {
-        info.mask = kHasExit;
-        if (ioctl(handle.get(), kGetInfo, &info) != 0) return kLostStatus;
-        if ((info.mask & kHasExit) != 0) break;
-        // It comes when that other wait is through, which the handle reports as a hang-up.
-        pollfd gone{handle.get(), 0, 0};
-        poll(&gone, 1, 1);
+    if (!handle.valid() || !keepsExitStatus()) return kLostStatus;
+    // The hang-up comes when that other wait is through; until then there may be no status yet.
+    pollfd gone{handle.get(), 0, 0};
+    while (poll(&gone, 1, -1) < 0 && errno == EINTR) {
     }
+    HandleInfo info{};
+    info.mask = kHasExit;
+    if (ioctl(handle.get(), kGetInfo, &info) != 0 || (info.mask & kHasExit) == 0) return kLostStatus;
     if (WIFSIGNALED(info.waitStatus)) return kSignalled + WTERMSIG(info.waitStatus);
     return WEXITSTATUS(info.waitStatus);
 }
@@ -63,7 +62,7 @@ int statusFromHandle(const FileDescriptor& handle) {
 
 int waitForEnd(const Child& child) {
     siginfo_t end{};
-    if (!waitFor(child, &end)) return statusFromHandle(child.handle);
+    if (!waitFor(child, &end)) return errno == ECHILD ? statusFromHandle(child.handle) : kLostStatus;
     return end.si_code == CLD_EXITED ? end.si_status : kSignalled + end.si_status;
 }
 

@@ -77,7 +77,7 @@ Child cloneChild(Launch* launch) {
     const BlockedSignals noHandlerMeetsTheChild(all);
     const int error = errno;
 
-    alignas(16) std::array<char, 32 * 1024> stack;
+    alignas(16) std::array<char, 16 * 1024> stack;
     int handle = -1;
     Child child;
     child.pid = __clone(runChild, stack.data() + stack.size(), CLONE_VM | CLONE_VFORK | CLONE_PIDFD | SIGCHLD,
