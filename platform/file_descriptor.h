@@ -19,6 +19,8 @@ class FileDescriptor {
     // Negative when there is none, as open() and its kin report a failure.
     int get() const { return descriptor_; }
     bool valid() const { return descriptor_ >= 0; }
+    // Gives the descriptor to the caller, who closes it.
+    int release() { return std::exchange(descriptor_, -1); }
     void reset(int descriptor = -1) {
         const int previous = std::exchange(descriptor_, descriptor);
         if (previous >= 0) close(previous);

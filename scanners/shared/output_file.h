@@ -3,7 +3,7 @@
 #include <string>
 #include <string_view>
 
-#include "scanners/shared/file_descriptor.h"
+#include "platform/file_descriptor.h"
 
 // A file written in place from beginning to end. It is created for its owner only, since what scanners find
 // may be secret from others, or emptied if it was there; a symbolic link in its place is refused.

@@ -142,7 +142,9 @@ std::optional<std::string> RootedFs::resolve(std::string_view path) const {
             resolved.erase(parent == std::string::npos ? 0 : parent);
             continue;
         }
-        const std::string next = resolved.empty() ? name : resolved + '/' + name;
+        std::string next = resolved;
+        if (!next.empty()) next += '/';
+        next += name;
         std::array<char, 4096> target{};
         const ssize_t length = ::readlinkat(root_.get(), next.c_str(), target.data(), target.size());
         if (length < 0) {
@@ -153,7 +155,7 @@ std::optional<std::string> RootedFs::resolve(std::string_view path) const {
         if (++links > kMaxLinks) return std::nullopt;
         const std::string_view text(target.data(), static_cast<std::size_t>(length));
         if (startsWith(text, "/")) resolved.clear();
-        pending = std::string(text) + '/' + pending;
+        pending.insert(0, 1, '/').insert(0, text);
     }
     return resolved;
 }

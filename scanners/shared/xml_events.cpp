@@ -8,7 +8,7 @@
 #include <memory>
 #include <type_traits>
 
-#include "scanners/shared/file_descriptor.h"
+#include "platform/file_descriptor.h"
 
 namespace {
 

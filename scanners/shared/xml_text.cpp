@@ -16,9 +16,7 @@ bool isContinuation(unsigned char byte) {
 
 // The bounds of the second byte keep out overlong forms, surrogates and what lies above U+10FFFF.
 struct LeadByte {
-    unsigned char first, last;
-    std::size_t length;
-    unsigned char secondMin, secondMax;
+    unsigned char first, last, length, secondMin, secondMax;
 };
 constexpr LeadByte kLeadBytes[] = {
     {0xC2, 0xDF, 2, 0x80, 0xBF}, {0xE0, 0xE0, 3, 0xA0, 0xBF}, {0xE1, 0xEC, 3, 0x80, 0xBF},

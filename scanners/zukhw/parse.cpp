@@ -90,7 +90,10 @@ std::optional<std::vector<unsigned>> parseCpuMask(std::string_view text) {
 }
 
 std::optional<std::string_view> findValue(std::string_view text, std::string_view key, char separator) {
-    for (const std::string_view line : lines(text)) {
+    while (!text.empty()) {
+        const std::size_t end = std::min(text.find('\n'), text.size());
+        const std::string_view line = text.substr(0, end);
+        text.remove_prefix(std::min(end + 1, text.size()));
         const std::size_t at = line.find(separator);
         if (at == std::string_view::npos || trim(line.substr(0, at)) != key) continue;
         return trim(line.substr(at + 1));

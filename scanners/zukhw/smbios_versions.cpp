@@ -7,7 +7,7 @@ namespace {
 // From this offset on, a structure of this type has fields that came with this version.
 struct Addition {
     unsigned type;
-    std::size_t offset;
+    unsigned offset;
     unsigned version;  // major * 256 + minor
 };
 constexpr Addition kAdditions[] = {
@@ -24,7 +24,8 @@ constexpr Addition kAdditions[] = {
 std::size_t smbiosKnownLength(unsigned type, std::size_t length, std::optional<unsigned> version) {
     if (!version) return length;
     for (const Addition& addition : kAdditions) {
-        if (addition.type == type && addition.version > *version) return std::min(length, addition.offset);
+        if (addition.type == type && addition.version > *version)
+            return std::min<std::size_t>(length, addition.offset);
     }
     return length;
 }

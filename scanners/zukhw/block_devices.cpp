@@ -1,0 +1,87 @@
+#include "scanners/zukhw/block_devices.h"
+
+#include <algorithm>
+
+#include "scanners/zukhw/device_path.h"
+#include "scanners/zukhw/machine.h"
+#include "scanners/zukhw/natural_sort.h"
+#include "scanners/zukhw/text.h"
+
+namespace {
+
+constexpr char kNumbers[] = "sys/dev/block/";
+constexpr char kDisks[] = "sys/block/";
+constexpr std::string_view kNodes = "/dev/";
+constexpr std::string_view kMapper = "/dev/mapper/";
+
+// The kernel's own number for the mapping's name.
+std::string mappedBlock(Machine& machine, std::string_view name) {
+    for (const std::string& block : machine.list("sys/block")) {
+        if (startsWith(block, "dm-") && machine.text(kDisks + block + "/dm/name") == name) return block;
+    }
+    return "";
+}
+
+}  // namespace
+
+std::string blockNameOf(Machine& machine, const std::string& device) {
+    return machine.linkName(kNumbers + device);
+}
+
+std::string blockNameOfNode(Machine& machine, std::string_view node) {
+    if (startsWith(node, kMapper)) return mappedBlock(machine, node.substr(kMapper.size()));
+    if (!startsWith(node, kNodes)) return "";
+    std::string name(node.substr(kNodes.size()));
+    std::replace(name.begin(), name.end(), '/', '!');  // cciss/c0d0 is a name with a slash to devices only
+    return blockPath(machine, name).empty() ? "" : name;
+}
+
+std::string blockPath(Machine& machine, const std::string& name) {
+    if (name.empty() || name == "." || name == ".." || name.find('/') != std::string::npos) return "";
+    const std::string path = machine.resolve("sys/class/block/" + name);
+    if (!path.empty()) return path;
+    const std::string disk = machine.resolve(kDisks + name);
+    if (!disk.empty()) return disk;
+    // Copies may lack the class, which lists partitions as well: look into the disks that the name begins
+    // with.
+    for (const std::string& candidate : machine.list("sys/block")) {
+        if (!startsWith(name, candidate)) continue;
+        const std::string partition = machine.resolve(kDisks + candidate + '/' + name);
+        if (!partition.empty()) return partition;
+    }
+    return "";
+}
+
+std::vector<std::string> blockParents(Machine& machine, const std::string& name) {
+    const std::string path = blockPath(machine, name);
+    if (path.empty()) return {};
+    if (machine.exists(path + "/partition")) return {std::string(baseName(parentPath(path)))};
+    return machine.list(path + "/slaves");
+}
+
+std::vector<std::string> blockLayers(Machine& machine, const std::string& name) {
+    std::vector<std::string> layers;
+    if (!name.empty()) layers.push_back(name);
+    for (std::size_t i = 0; i < layers.size(); ++i) {  // grows as it goes
+        for (const std::string& parent : blockParents(machine, layers[i])) {
+            if (std::find(layers.begin(), layers.end(), parent) == layers.end()) layers.push_back(parent);
+        }
+    }
+    return layers;
+}
+
+std::vector<std::string> disksBelow(Machine& machine, const std::string& name) {
+    std::vector<std::string> disks;
+    for (const std::string& layer : blockLayers(machine, name)) {
+        if (blockParents(machine, layer).empty()) disks.push_back(layer);
+    }
+    naturalSort(&disks);
+    return disks;
+}
+
+bool isEncrypted(Machine& machine, const std::string& name) {
+    const std::vector<std::string> layers = blockLayers(machine, name);
+    return std::any_of(layers.begin(), layers.end(), [&](const std::string& layer) {
+        return startsWith(machine.text(kDisks + layer + "/dm/uuid"), "CRYPT-");
+    });
+}

@@ -1,0 +1,56 @@
+#include "scanners/zukhw/ids_file.h"
+
+#include <algorithm>
+
+#include "scanners/zukhw/text.h"
+
+namespace {
+
+constexpr std::string_view kGap = "  ";  // between a number and its name
+
+// The name on the line that begins with `head`, among the lines of `text`, and where the line after it
+// begins.
+struct Line {
+    std::string_view name;
+    std::string_view rest;
+};
+
+Line findLine(std::string_view text, const std::string& head) {
+    std::size_t at = startsWith(text, head) ? 0 : text.find('\n' + head);
+    if (at == std::string_view::npos) return {};
+    if (text[at] == '\n') ++at;
+    const std::size_t end = std::min(text.find('\n', at), text.size());
+    return {trim(text.substr(at + head.size(), end - at - head.size())), text.substr(end)};
+}
+
+// The lines at the head of `text`, which begins with a line end, that are indented deeper than `tabs`.
+std::string_view deeperLines(std::string_view text, std::size_t tabs) {
+    std::size_t end = 0;
+    while (end < text.size()) {
+        const std::string_view line = text.substr(end + 1, text.find('\n', end + 1) - end - 1);
+        const bool isDeeper = std::min(line.find_first_not_of('\t'), line.size()) > tabs;
+        if (!isDeeper && !startsWith(line, "#")) break;
+        end += line.size() + 1;
+    }
+    return text.substr(0, end);
+}
+
+}  // namespace
+
+std::string_view IdsFile::block(const std::string& key) const {
+    return deeperLines(findLine(text_, key + std::string(kGap)).rest, 0);
+}
+
+std::string_view IdsFile::name(const std::string& key) const {
+    return findLine(text_, key + std::string(kGap)).name;
+}
+
+std::string_view IdsFile::name(const std::string& key, std::string_view second) const {
+    return findLine(block(key), '\t' + std::string(second) + std::string(kGap)).name;
+}
+
+std::string_view IdsFile::name(const std::string& key, std::string_view second,
+                               std::string_view third) const {
+    const Line line = findLine(block(key), '\t' + std::string(second) + std::string(kGap));
+    return findLine(deeperLines(line.rest, 1), "\t\t" + std::string(third) + std::string(kGap)).name;
+}
