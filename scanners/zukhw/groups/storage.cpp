@@ -245,6 +245,7 @@ void collectStorage(Machine& machine, GroupWriter& out) {
     }
     naturalSort(&names);
     for (const std::string& name : names) {
-        writeDisk(machine, readDisk(machine, name, isTapeDrive(name) ? kTape : kBlock), out);
+        const Disk disk = readDisk(machine, name, isTapeDrive(name) ? kTape : kBlock);
+        if (!disk.path.empty()) writeDisk(machine, disk, out);
     }
 }
