@@ -7,7 +7,7 @@
 #include <string_view>
 #include <vector>
 
-#include "scanners/shared/file_descriptor.h"
+#include "platform/file_descriptor.h"
 #include "scanners/zuksw/files/fault_guard.h"
 
 namespace zuksw {

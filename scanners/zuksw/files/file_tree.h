@@ -6,7 +6,7 @@
 #include <string>
 #include <string_view>
 
-#include "scanners/shared/file_descriptor.h"
+#include "platform/file_descriptor.h"
 
 namespace zuksw {
 

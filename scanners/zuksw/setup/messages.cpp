@@ -6,7 +6,7 @@
 #include <cstdio>
 #include <cstring>
 
-#include "scanners/shared/file_descriptor.h"
+#include "platform/file_descriptor.h"
 #include "scanners/zuksw/files/read_file.h"
 
 namespace zuksw {

@@ -12,7 +12,7 @@
 #include <memory>
 #include <type_traits>
 
-#include "scanners/shared/file_descriptor.h"
+#include "platform/file_descriptor.h"
 
 namespace zuksw {
 namespace {

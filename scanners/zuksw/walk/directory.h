@@ -4,7 +4,7 @@
 #include <string_view>
 #include <vector>
 
-#include "scanners/shared/file_descriptor.h"
+#include "platform/file_descriptor.h"
 
 namespace zuksw {
 
