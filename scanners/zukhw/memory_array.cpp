@@ -8,6 +8,8 @@ namespace {
 
 constexpr unsigned kArray = 16;
 constexpr unsigned kDevice = 17;
+constexpr unsigned kMappedArray = 19;
+constexpr unsigned kMappedDevice = 20;
 constexpr unsigned kUseSystemMemory = 3;
 
 const SmbiosStructure* arrayOf(const SmbiosStructure& device,
@@ -15,6 +17,29 @@ const SmbiosStructure* arrayOf(const SmbiosStructure& device,
     const auto owns = [&](const SmbiosStructure* array) { return device.word(0x04) == array->handle(); };
     const auto found = std::find_if(arrays.begin(), arrays.end(), owns);
     return found == arrays.end() ? nullptr : *found;
+}
+
+// Kilobytes, both ends included; from 4 TiB on in fields of their own, in bytes.
+std::optional<AddressRange> rangeOf(const SmbiosStructure& mapped, std::size_t extended) {
+    constexpr std::uint32_t kSeeExtended = UINT32_MAX;
+    const auto first = mapped.dword(0x04);
+    const auto last = mapped.dword(0x08);
+    if (!first || !last) return std::nullopt;
+    AddressRange range{*first * std::uint64_t{1024}, *last * std::uint64_t{1024} + 1023};
+    if (*first == kSeeExtended) {
+        const auto largeFirst = mapped.qword(extended);
+        const auto largeLast = mapped.qword(extended + 8);
+        if (!largeFirst || !largeLast) return std::nullopt;
+        range = {*largeFirst, *largeLast};
+    }
+    return range.first < range.last ? std::optional(range) : std::nullopt;
+}
+
+bool isOnlyModule(const Smbios& smbios, const SmbiosStructure& device) {
+    const std::vector<const SmbiosStructure*> devices = smbios.ofType(kDevice);
+    return std::count_if(devices.begin(), devices.end(), [&](const SmbiosStructure* other) {
+               return other->word(0x04) == device.word(0x04) && other->word(0x0C).value_or(0) != 0;
+           }) == 1;
 }
 
 bool isSystemMemory(const SmbiosStructure& array) {
@@ -49,4 +74,19 @@ SystemMemory findSystemMemory(const Smbios& smbios) {
         if (array == nullptr || isSystemMemory(*array)) memory.devices.push_back(device);
     }
     return memory;
+}
+
+const SmbiosStructure* memoryArrayOf(const Smbios& smbios, const SmbiosStructure& device) {
+    return arrayOf(device, smbios.ofType(kArray));
+}
+
+std::optional<AddressRange> mappedRange(const Smbios& smbios, const SmbiosStructure& device) {
+    for (const SmbiosStructure* mapped : smbios.ofType(kMappedDevice)) {
+        if (mapped->word(0x0C) == device.handle()) return rangeOf(*mapped, 0x13);
+    }
+    if (!isOnlyModule(smbios, device)) return std::nullopt;
+    for (const SmbiosStructure* mapped : smbios.ofType(kMappedArray)) {
+        if (mapped->word(0x0C) == device.word(0x04)) return rangeOf(*mapped, 0x0F);
+    }
+    return std::nullopt;
 }

@@ -17,3 +17,14 @@ struct SystemMemory {
     std::vector<const SmbiosStructure*> devices;
 };
 SystemMemory findSystemMemory(const Smbios& smbios);
+
+// The array that a device names; null when there is none of that handle.
+const SmbiosStructure* memoryArrayOf(const Smbios& smbios, const SmbiosStructure& device);
+
+// The physical addresses in bytes that a device (type 20), or its array (type 19) when it is the only module
+// there, is mapped to.
+struct AddressRange {
+    std::uint64_t first = 0;
+    std::uint64_t last = 0;
+};
+std::optional<AddressRange> mappedRange(const Smbios& smbios, const SmbiosStructure& device);

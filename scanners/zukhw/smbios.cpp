@@ -184,6 +184,12 @@ std::string Smbios::string(unsigned type, std::size_t offset) const {
     return "";
 }
 
+std::vector<const SmbiosStructure*> byHandle(std::vector<const SmbiosStructure*> structures) {
+    const auto less = [](const auto* a, const auto* b) { return a->handle() < b->handle(); };
+    std::stable_sort(structures.begin(), structures.end(), less);
+    return structures;
+}
+
 std::string smbiosUuid(std::string_view bytes, std::optional<unsigned> version) {
     constexpr unsigned kLittleEndianSince = 0x0206;
     if (bytes.size() != 16) return "";

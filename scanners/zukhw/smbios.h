@@ -56,6 +56,8 @@ class Smbios {
 
     bool available() const { return !structures_.empty(); }
     Source source() const { return source_; }
+    // Whether string() may know something although the table is not available.
+    bool hasIdentity() const { return !identity_.empty(); }
     // Major * 256 + minor, 0x0207 is 2.7; no value without an entry point.
     std::optional<unsigned> version() const { return version_; }
     // The table's bytes, as far as they were walked or not.
@@ -83,6 +85,9 @@ class Smbios {
     std::vector<SmbiosStructure> structures_;
     std::vector<std::string> identity_;  // parallel to the table of sysfs names
 };
+
+// The structures in ascending order of their handles.
+std::vector<const SmbiosStructure*> byHandle(std::vector<const SmbiosStructure*> structures);
 
 // "4c4c4544-0038-3510-8052-b4c04f4a3132" of the 16 bytes of a structure's UUID field. Up to version 2.5 the
 // bytes stand in the order they are written in, later the first three fields are little-endian.

