@@ -5,6 +5,7 @@
 
 #include <algorithm>
 #include <climits>
+#include <cstring>
 
 #include "platform/ascii.h"
 
@@ -12,13 +13,15 @@ namespace {
 constexpr std::size_t kBufferSize = std::size_t{64} << 10;
 constexpr std::size_t kLargestBuffer = std::size_t{16} << 20;
 
-// Entities may make a document this many times its size, once they come to this many bytes. No scanner
-// writes any, and a tree can take thirty times what it is made of.
+// What a document declares may make it larger. No scanner declares anything, and a tree takes up to thirty
+// times what it is made of, so there is no harm in narrow limits: entities may expand to this many times
+// the document once they come to this many bytes,
 constexpr float kMaxAmplification = 4;
-constexpr unsigned long long kAmplificationThreshold = 1 << 20;
-
-// expat expands entities within entities by recursion, so their number limits its depth.
-constexpr int kMaxEntities = 1000;
+constexpr unsigned long long kMaxAddedBytes = 1 << 20;
+// and attribute defaults may add as many bytes and no more. expat expands entities within entities by
+// recursion and compares each attribute declared with all before it, so the number of declarations counts
+// as well.
+constexpr int kMaxDeclarations = 1000;
 }  // namespace
 
 ExpatParse::ExpatParse(const NodeReader& reader, NodeSink& sink)
@@ -30,7 +33,7 @@ ExpatParse::ExpatParse(const NodeReader& reader, NodeSink& sink)
     if (parser_ == nullptr) throw std::bad_alloc();
     setHandlers(reader);
     XML_SetBillionLaughsAttackProtectionMaximumAmplification(parser_.get(), kMaxAmplification);
-    XML_SetBillionLaughsAttackProtectionActivationThreshold(parser_.get(), kAmplificationThreshold);
+    XML_SetBillionLaughsAttackProtectionActivationThreshold(parser_.get(), kMaxAddedBytes);
 }
 
 void ExpatParse::setHandlers(const NodeReader& reader) {
@@ -41,6 +44,7 @@ void ExpatParse::setHandlers(const NodeReader& reader) {
     if (!reader.dropComments) XML_SetCommentHandler(parser, onComment);
     if (!reader.dropInstructions) XML_SetProcessingInstructionHandler(parser, onInstruction);
     XML_SetEntityDeclHandler(parser, onEntity);
+    XML_SetAttlistDeclHandler(parser, onAttributeDeclaration);
     XML_SetSkippedEntityHandler(parser, onSkippedEntity);
     XML_SetExternalEntityRefHandler(parser, onExternalEntity);
 }
@@ -85,6 +89,7 @@ void ExpatParse::onStart(void* self, const XML_Char* name, const XML_Char** attr
     guarded(self, [=](ExpatParse& parse) {
         const std::size_t limit = static_cast<std::size_t>(std::max(parse.depthLimit_, 0));
         if (limit > 0 && parse.builder_.depth() >= limit) return parse.stop("elements nested too deep");
+        if (*attributes != nullptr) parse.countDefaults(attributes);
         parse.builder_.startElement(name, attributes);
     });
 }
@@ -108,9 +113,12 @@ void ExpatParse::onInstruction(void* self, const XML_Char* target, const XML_Cha
 
 void ExpatParse::onEntity(void* self, const XML_Char*, int, const XML_Char*, int, const XML_Char*,
                           const XML_Char*, const XML_Char*, const XML_Char*) {
-    guarded(self, [](ExpatParse& parse) {
-        if (++parse.entities_ > kMaxEntities) parse.stop("too many entities");
-    });
+    guarded(self, [](ExpatParse& parse) { parse.countDeclaration(); });
+}
+
+void ExpatParse::onAttributeDeclaration(void* self, const XML_Char*, const XML_Char*, const XML_Char*,
+                                        const XML_Char*, int) {
+    guarded(self, [](ExpatParse& parse) { parse.countDeclaration(); });
 }
 
 void ExpatParse::onSkippedEntity(void* self, const XML_Char* name, int /*isParameter*/) {
@@ -123,6 +131,19 @@ int ExpatParse::onExternalEntity(XML_Parser parser, const XML_Char*, const XML_C
         parse.warn("external entity skipped: ", system == nullptr ? "" : system);
     });
     return XML_STATUS_OK;
+}
+
+void ExpatParse::countDeclaration() {
+    if (++declarations_ > kMaxDeclarations) stop("too many declarations");
+}
+
+// Those that the tag itself gives stand first.
+void ExpatParse::countDefaults(const XML_Char** attributes) {
+    for (const XML_Char** text = attributes + XML_GetSpecifiedAttributeCount(parser_.get()); *text != nullptr;
+         ++text) {
+        addedBytes_ += sizeof(Attribute) + std::strlen(*text);
+    }
+    if (addedBytes_ > kMaxAddedBytes) stop("too many attribute defaults");
 }
 
 void ExpatParse::stop(const char* reason) {

@@ -44,10 +44,14 @@ class ExpatParse {
     static void onEntity(void* self, const XML_Char* name, int isParameter, const XML_Char* value, int length,
                          const XML_Char* base, const XML_Char* system, const XML_Char* publicId,
                          const XML_Char* notation);
+    static void onAttributeDeclaration(void* self, const XML_Char* element, const XML_Char* attribute,
+                                       const XML_Char* type, const XML_Char* value, int isRequired);
     static void onSkippedEntity(void* self, const XML_Char* name, int isParameter);
     static int onExternalEntity(XML_Parser parser, const XML_Char* context, const XML_Char* base,
                                 const XML_Char* system, const XML_Char* publicId);
     void setHandlers(const NodeReader& reader);
+    void countDeclaration();
+    void countDefaults(const XML_Char** attributes);
     void stop(const char* reason);
     void warn(const char* what, const char* which);
 
@@ -56,7 +60,8 @@ class ExpatParse {
     TreeBuilder builder_;
     Parser parser_;
     std::size_t bufferSize_;
-    int entities_ = 0;
-    const char* stopReason_ = nullptr;  // null: expat knows
-    std::exception_ptr thrown_;         // by a handler: it must not pass through expat
+    int declarations_ = 0;
+    unsigned long long addedBytes_ = 0;  // by attribute defaults
+    const char* stopReason_ = nullptr;   // null: expat knows
+    std::exception_ptr thrown_;          // by a handler: it must not pass through expat
 };

@@ -91,10 +91,29 @@ TEST(NodeReaderLimits, EndsAnEntityBombAsAnError) {
 TEST(NodeReaderLimits, RefusesALongChainOfEntities) {
     const Reading reading(nestedEntities("x", 100000, 1));
     ASSERT_EQ(1u, reading.sink.diagnostics.size());
-    EXPECT_EQ(L"too many entities", reading.sink.diagnostics[0].message);
+    EXPECT_EQ(L"too many declarations", reading.sink.diagnostics[0].message);
 }
 
 TEST(NodeReaderLimits, ExpandsAChainOfEntitiesThatIsNotTooLong) {
     EXPECT_EQ("<r>x</r>", readAndWritten(nestedEntities("x", 999, 1)));
+}
+TEST(NodeReaderLimits, RefusesALongListOfAttributeDefaults) {
+    std::string document = "<!DOCTYPE r [<!ATTLIST r";
+    for (int i = 0; i < 100000; ++i) document += " a" + std::to_string(i) + " CDATA 'x'";
+    const Reading reading(document + ">]><r/>");
+    ASSERT_EQ(1u, reading.sink.diagnostics.size());
+    EXPECT_EQ(L"too many declarations", reading.sink.diagnostics[0].message);
+}
+
+TEST(NodeReaderLimits, RefusesAttributeDefaultsThatFillManyElements) {
+    const std::string type = "<!DOCTYPE r [<!ATTLIST a b CDATA '" + repeated("x", 1000) + "'>]>";
+    const Reading reading(type + "<r>" + repeated("<a/>", 100000) + "</r>");
+    ASSERT_EQ(1u, reading.sink.diagnostics.size());
+    EXPECT_EQ(L"too many attribute defaults", reading.sink.diagnostics[0].message);
+}
+
+TEST(NodeReaderLimits, GivesAttributesTheirDefaults) {
+    const std::string type = "<!DOCTYPE r [<!ATTLIST r a CDATA 'x' b CDATA 'y'>]>";
+    EXPECT_EQ("<r b=\"z\" a=\"x\"/>", readAndWritten(type + "<r b='z'/>"));
 }
 }  // namespace
