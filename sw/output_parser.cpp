@@ -91,7 +91,7 @@ void addResult(ZUKSwCtx* ctx, const Node* element, NodeText& text) {
     }
     result->generateVariablesNames();
     ctx->results.push_back(result.get());
-    result.release();
+    static_cast<void>(result.release());
 }
 
 }  // namespace
