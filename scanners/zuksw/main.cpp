@@ -1,6 +1,8 @@
-#include <cstdio>
+// zuksw: judges the software of a machine by signatures. Everything it has to say goes to standard output,
+// one line at a time, since that is what its caller keeps.
 
-int main() {
-    std::puts("zuksw: error: usage: zuksw -c CONFIG -o OUTPUT -e WARNINGS -i SIGNATURES");
-    return 2;
+#include "scanners/zuksw/setup/program.h"
+
+int main(int count, char** words) {
+    return zuksw::runProgram({words + 1, words + count});
 }

@@ -1,0 +1,47 @@
+#pragma once
+
+#include <memory>
+#include <vector>
+
+#include "scanners/zuksw/evaluation/check.h"
+#include "scanners/zuksw/language/condition_reader.h"
+
+namespace zuksw {
+
+class DetectReader;
+
+/** A condition made of conditions. */
+class Group : public Check {
+  public:
+    Cost cost() const override;
+    void demand(Demand* demand) const override;
+
+  protected:
+    /** Reads the children; reports a group without any. */
+    Group(ConditionReader& attributes, DetectReader& reader);
+
+    /** Names bound by the children stay bound behind the group. */
+    void exportBindings();
+    /** They do not; but what the children bind is compared with what is bound before. */
+    void keepBindings();
+
+    std::vector<std::unique_ptr<Check>> children_;
+};
+
+/** Children in an order that respects bindings: one that uses a name comes after those that bind it; among
+ * the rest the cheap ones come first. */
+class All : public Group {
+  public:
+    All(ConditionReader& attributes, DetectReader& reader);
+
+    /** The number of steps, and one of them: every row of `rows` replaced by what it becomes. */
+    std::size_t steps() const { return children_.size(); }
+    void step(std::size_t which, const Rows& rows, const Context& context, Rows* out) const {
+        for (const Row& row : rows) children_[which]->apply(row, context, out);
+    }
+
+  protected:
+    void evaluate(const Row& row, const Context& context, Rows* out) const override;
+};
+
+}  // namespace zuksw

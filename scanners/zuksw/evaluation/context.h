@@ -1,0 +1,22 @@
+#pragma once
+
+#include <string>
+
+#include "scanners/zuksw/evaluation/machine.h"
+#include "scanners/zuksw/evaluation/row.h"
+
+namespace zuksw {
+
+/** What a condition may ask while it is evaluated: the machine, and for whom. */
+struct Context {
+    Machine& machine;
+    const std::string& guid;
+
+    void event(EventCode code, std::string_view text, std::string_view path = {}) const {
+        machine.events.add(code, guid, text, path);
+    }
+    /** Keeps the rows within limits/MaxRows; a row that was dropped leaves an undecided one. */
+    void limitRows(Rows* rows) const;
+};
+
+}  // namespace zuksw

@@ -1,0 +1,12 @@
+#pragma once
+
+#include "scanners/zuksw/walk/file_finder.h"
+
+namespace zuksw {
+
+/** What conditions want to be looked for before the first of them is evaluated. */
+struct Demand {
+    FileFinder& files;
+};
+
+}  // namespace zuksw

@@ -1,0 +1,80 @@
+#include "scanners/zuksw/language/metadata_reader.h"
+
+#include <utility>
+
+#include "scanners/zuksw/output/xml_escape.h"
+
+namespace zuksw {
+namespace {
+
+class Reader {
+  public:
+    explicit Reader(Scope* scope) : scope_(scope) {}
+
+    void readChildren(const Element& element) {
+        for (const Element* child : element.children) {
+            if (child->name.empty()) {
+                addTemplate(child->text, MetadataPiece::Type::kText, child->offset);
+            } else {
+                readElement(*child);
+            }
+        }
+    }
+
+    std::vector<MetadataPiece> take() {
+        flush();
+        return std::move(pieces_);
+    }
+
+  private:
+    void readElement(const Element& element) {
+        xml_ += '<';
+        appendXmlText(element.name, &xml_);
+        for (const Attribute& attribute : element.attributes) {
+            xml_ += ' ';
+            appendXmlText(attribute.name, &xml_);
+            xml_ += "=\"";
+            addTemplate(attribute.value, MetadataPiece::Type::kAttribute, element.offset);
+            xml_ += '"';
+        }
+        if (element.children.empty()) {
+            xml_ += "/>";
+            return;
+        }
+        xml_ += '>';
+        readChildren(element);
+        xml_ += "</";
+        appendXmlText(element.name, &xml_);
+        xml_ += '>';
+    }
+
+    void addTemplate(std::string_view text, MetadataPiece::Type type, std::size_t offset) {
+        Template parsed = Template::parse(text, scope_, offset);
+        if (parsed.isLiteral()) {
+            const auto append = type == MetadataPiece::Type::kText ? appendXmlText : appendXmlAttribute;
+            append(parsed.literal(), &xml_);
+            return;
+        }
+        flush();
+        pieces_.push_back({type, {}, std::move(parsed)});
+    }
+
+    void flush() {
+        if (xml_.empty()) return;
+        pieces_.push_back({MetadataPiece::Type::kXml, std::exchange(xml_, {}), {}});
+    }
+
+    Scope* scope_;
+    std::string xml_;
+    std::vector<MetadataPiece> pieces_;
+};
+
+}  // namespace
+
+std::vector<MetadataPiece> readMetadata(const Element& metadata, Scope* scope) {
+    Reader reader(scope);
+    reader.readChildren(metadata);
+    return reader.take();
+}
+
+}  // namespace zuksw

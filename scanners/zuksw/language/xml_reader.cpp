@@ -1,0 +1,198 @@
+#include "scanners/zuksw/language/xml_reader.h"
+
+#include <expat.h>
+
+#include <algorithm>
+#include <cstring>
+#include <memory>
+#include <type_traits>
+#include <utility>
+
+#include "scanners/zuksw/language/utf8.h"
+
+namespace zuksw {
+namespace {
+
+constexpr int kMaxDepth = 64;
+constexpr std::size_t kMaxAttribute = std::size_t{64} * 1024;
+constexpr std::size_t kBlock = std::size_t{1} * 1024 * 1024;  // expat counts in int
+constexpr std::size_t kArena = std::size_t{64} * 1024;
+
+struct FreeParser {
+    void operator()(XML_Parser parser) const { XML_ParserFree(parser); }
+};
+using Parser = std::unique_ptr<std::remove_pointer_t<XML_Parser>, FreeParser>;
+
+class Reading {
+  public:
+    Reading(XML_Parser parser, int level, XmlSink* sink)
+        : parser_(parser), level_(level), sink_(sink), buffer_(kArena), memory_(buffer_.data(), kArena) {}
+
+    void start(const XML_Char* name, const XML_Char** pairs);
+    void end();
+    void text(std::string_view piece);
+    void refuse(std::string why);
+
+    std::optional<XmlError> error;
+    /** Expat calls back through C frames, which an exception must not cross. */
+    std::exception_ptr thrown;
+
+  private:
+    std::string_view keep(std::string_view text);
+    Element* make(std::string_view name);
+    void flushText();
+    void deliver(const Element& node);
+    void clear();
+
+    XML_Parser parser_;
+    int level_;
+    XmlSink* sink_;
+    std::vector<char> buffer_;
+    std::pmr::monotonic_buffer_resource memory_;
+    std::vector<Element*> open_;  // from the element at `level_` down
+    std::string text_;
+    std::size_t textOffset_ = 0;
+    int depth_ = 0;
+};
+
+std::string_view Reading::keep(std::string_view text) {
+    if (text.empty()) return {};
+    auto* copy = static_cast<char*>(memory_.allocate(text.size(), 1));
+    std::memcpy(copy, text.data(), text.size());
+    return {copy, text.size()};
+}
+
+Element* Reading::make(std::string_view name) {
+    void* place = memory_.allocate(sizeof(Element), alignof(Element));
+    const auto offset = static_cast<std::size_t>(std::max(XML_Index{0}, XML_GetCurrentByteIndex(parser_)));
+    return new (place) Element(keep(name), offset, &memory_);  // its memory goes with the arena
+}
+
+void Reading::refuse(std::string why) {
+    if (error) return;
+    error = XmlError{static_cast<std::size_t>(std::max(XML_Index{0}, XML_GetCurrentByteIndex(parser_))),
+                     std::move(why)};
+    XML_StopParser(parser_, XML_FALSE);
+}
+
+void Reading::deliver(const Element& node) {
+    if (error) return;
+    std::string why = sink_->onNode(node);
+    if (!why.empty()) refuse(std::move(why));
+}
+
+void Reading::clear() {
+    open_.clear();
+    memory_.release();
+}
+
+void Reading::flushText() {
+    if (text_.empty()) return;
+    if (!open_.empty() || (depth_ > 0 && !isBlank(text_))) {
+        Element* node = make({});
+        node->offset = textOffset_;
+        node->text = keep(text_);
+        if (open_.empty()) {
+            deliver(*node);
+            clear();
+        } else {
+            open_.back()->children.push_back(node);
+        }
+    }
+    text_.clear();
+}
+
+void Reading::start(const XML_Char* name, const XML_Char** pairs) {
+    flushText();
+    if (++depth_ > kMaxDepth) return refuse("elements are nested deeper than 64 levels");
+    if (depth_ == 1) {
+        std::string why = sink_->onRoot(name);
+        if (!why.empty()) return refuse(std::move(why));
+    }
+    if (depth_ < level_) return;
+    Element* element = make(name);
+    for (; *pairs != nullptr; pairs += 2) {
+        const std::string_view value = pairs[1];
+        if (value.size() > kMaxAttribute) return refuse("an attribute is longer than 64 KiB");
+        element->attributes.push_back({keep(pairs[0]), keep(value)});
+    }
+    if (!open_.empty()) open_.back()->children.push_back(element);
+    open_.push_back(element);
+}
+
+void Reading::end() {
+    flushText();
+    --depth_;
+    if (open_.empty()) return;
+    const Element* element = open_.back();
+    open_.pop_back();
+    if (!open_.empty()) return;
+    deliver(*element);
+    clear();
+}
+
+void Reading::text(std::string_view piece) {
+    if (text_.empty()) {
+        textOffset_ = static_cast<std::size_t>(std::max(XML_Index{0}, XML_GetCurrentByteIndex(parser_)));
+    }
+    text_.append(piece);
+}
+
+template <typename Action>
+void guarded(void* data, Action action) {
+    auto& reading = *static_cast<Reading*>(data);
+    if (reading.error || reading.thrown) return;
+    try {
+        action(reading);
+    } catch (...) {
+        reading.thrown = std::current_exception();
+        reading.refuse("out of memory");
+    }
+}
+
+void XMLCALL onStart(void* data, const XML_Char* name, const XML_Char** pairs) {
+    guarded(data, [&](Reading& reading) { reading.start(name, pairs); });
+}
+
+void XMLCALL onEnd(void* data, const XML_Char* /*name*/) {
+    guarded(data, [](Reading& reading) { reading.end(); });
+}
+
+void XMLCALL onText(void* data, const XML_Char* text, int length) {
+    guarded(data, [&](Reading& reading) { reading.text({text, static_cast<std::size_t>(length)}); });
+}
+
+void XMLCALL onDoctype(void* data, const XML_Char*, const XML_Char*, const XML_Char*, int) {
+    guarded(data, [](Reading& reading) { reading.refuse("a DOCTYPE is not allowed; remove it"); });
+}
+
+std::optional<XmlError> parse(std::string_view bytes, XML_Parser parser, Reading* reading) {
+    do {
+        const std::string_view block = bytes.substr(0, kBlock);
+        bytes.remove_prefix(block.size());
+        const XML_Status status =
+            XML_Parse(parser, block.data(), static_cast<int>(block.size()), bytes.empty() ? 1 : 0);
+        if (reading->thrown) std::rethrow_exception(reading->thrown);
+        if (reading->error) return reading->error;
+        if (status != XML_STATUS_OK) {
+            return XmlError{static_cast<std::size_t>(std::max(XML_Index{0}, XML_GetCurrentByteIndex(parser))),
+                            std::string("not well-formed XML: ") + XML_ErrorString(XML_GetErrorCode(parser))};
+        }
+    } while (!bytes.empty());
+    return std::nullopt;
+}
+
+}  // namespace
+
+std::optional<XmlError> readXml(std::string_view bytes, int level, XmlSink* sink) {
+    const Parser parser(XML_ParserCreate(isUtf8(bytes) ? "UTF-8" : "ISO-8859-1"));
+    if (!parser) throw std::bad_alloc();
+    Reading reading(parser.get(), level, sink);
+    XML_SetUserData(parser.get(), &reading);
+    XML_SetElementHandler(parser.get(), onStart, onEnd);
+    XML_SetCharacterDataHandler(parser.get(), onText);
+    XML_SetStartDoctypeDeclHandler(parser.get(), onDoctype);
+    return parse(bytes, parser.get(), &reading);
+}
+
+}  // namespace zuksw

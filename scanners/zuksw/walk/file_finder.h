@@ -1,0 +1,56 @@
+#pragma once
+
+#include <map>
+#include <memory>
+#include <mutex>
+#include <string>
+#include <vector>
+
+#include "scanners/zuksw/files/file_object.h"
+#include "scanners/zuksw/index/file_query.h"
+#include "scanners/zuksw/walk/walker.h"
+
+namespace zuksw {
+
+/** The files that a query selects, and why some may be missing. */
+struct FoundFiles {
+    std::vector<std::shared_ptr<const DiskFile>> files;  // in byte order of the path they were found by
+    Causes causes = 0;
+};
+
+/** Finds the files that conditions ask for. Queries that need a walk are announced before it; their answers
+ * are remembered, since many conditions may ask the same. Any thread may ask. */
+class FileFinder {
+  public:
+    explicit FileFinder(const Walker::Places& places) : places_(places) {}
+
+    /** Announces a query that needs a walk; its number for walked(). */
+    std::uint32_t want(FileQuery query) { return queries_.add(std::move(query)); }
+    /** Walks, when something was announced. */
+    void walk(unsigned threads, std::int64_t memory);
+
+    /** The answer to an announced query. */
+    const FoundFiles& walked(std::uint32_t number);
+    /** The answer to a query that no walk is needed for: one alternative of a glob, by listing directories.
+     *  query.path is taken below `base`, "" for the root. */
+    FoundFiles listed(const FileQuery& query, const std::string& base) const;
+
+    std::uint64_t entries() const { return entries_; }
+
+  private:
+    struct Answer {
+        std::once_flag once;
+        std::vector<Candidate> candidates;
+        FoundFiles found;
+    };
+    void add(const std::string& path, unsigned types, FoundFiles* found) const;
+    Causes countedGaps() const;
+    Causes gapsOf(const FileQuery& query) const;
+
+    Walker::Places places_;
+    QuerySet queries_;
+    std::vector<std::unique_ptr<Answer>> answers_;  // by number
+    std::uint64_t entries_ = 0;
+};
+
+}  // namespace zuksw

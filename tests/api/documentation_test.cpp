@@ -1,0 +1,54 @@
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include "tests/api/installation.h"
+
+using testing::ContainsRegex;
+using testing::EndsWith;
+using testing::HasSubstr;
+
+namespace {
+
+// Writes each block of a page that has a file name, "```c memory.c", to that file.
+constexpr char kExtract[] =
+    R"(awk '/^```/ { file = file == "" && NF == 2 ? $2 : ""; next } file != "" { print > file }' )" ZUK_SOURCE_DIR
+    "/";
+
+// Takes a page's files and runs one of its scripts as it stands there.
+ShellResult follow(const std::string& page, const std::string& script) {
+    const Installation zuk;
+    return zuk.run(kExtract + page + " && sh -eu " + script);
+}
+
+}  // namespace
+
+TEST(Documentation, TheReadmesProgramReadsTheMemory) {
+    const ShellResult result = follow("README.md", "build-memory.sh");
+    EXPECT_EQ(0, result.status) << result.err;
+    EXPECT_THAT(result.out, ContainsRegex("^This machine has [0-9]+ bytes of memory.\n$"));
+}
+
+TEST(Documentation, TheCommandsOfTheQuickStartWork) {
+    const ShellResult result = follow("docs/quickstart.md", "shell.sh");
+    EXPECT_EQ(0, result.status) << result.err;
+    EXPECT_THAT(result.out, HasSubstr("\"OperatingSystem\": ["));
+}
+
+TEST(Documentation, TheInventoryOfTheQuickStartHasFields) {
+    const ShellResult result = follow("docs/quickstart.md", "build-inventory.sh");
+    EXPECT_EQ(0, result.status) << result.err;
+    EXPECT_THAT(result.out, ContainsRegex("\nMemory 0\n  [A-Za-z]+ = "));
+}
+
+TEST(Documentation, TheMessagesOfTheQuickStartTellTheFailure) {
+    const ShellResult result = follow("docs/quickstart.md", "build-messages.sh");
+    EXPECT_EQ(0, result.status) << result.err;
+    EXPECT_EQ("ZUK_hw_run: 103\n", result.out);
+    EXPECT_NE("", result.err);
+}
+
+TEST(Documentation, TheCxxProgramOfTheQuickStartPrintsATree) {
+    const ShellResult result = follow("docs/quickstart.md", "build-tree.sh");
+    EXPECT_EQ(0, result.status) << result.err;
+    EXPECT_THAT(result.out, EndsWith("<disk size=\"512\"/>\n"));
+}

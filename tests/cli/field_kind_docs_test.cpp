@@ -1,0 +1,54 @@
+#include <gtest/gtest.h>
+
+#include <fstream>
+#include <string>
+
+#include "cli/field_kind.h"
+
+namespace {
+
+// The n-th cell of a row of a table, without the blanks around it; empty when there is none.
+std::string cell(const std::string& row, int n) {
+    std::size_t begin = 0;
+    for (int i = 0; i <= n; ++i) {
+        begin = row.find('|', begin);
+        if (begin == std::string::npos) return {};
+        ++begin;
+    }
+    const std::string text = row.substr(begin, row.find('|', begin) - begin);
+    const std::size_t first = text.find_first_not_of(' ');
+    return first == std::string::npos ? std::string()
+                                      : text.substr(first, text.find_last_not_of(' ') + 1 - first);
+}
+
+// Numbers that name something: other machines, or other groups, have words there.
+bool isName(const std::string& field) {
+    return field == "Family" || field == "ModelNumber" || field == "FieldTableVersion";
+}
+
+// What the documentation says of a value, for the words that leave no choice.
+bool documentedKind(std::string value, FieldKind* kind) {
+    value = value.substr(0, value.find(" (v)"));
+    *kind = FieldKind::Text;
+    if (value == "true or false") *kind = FieldKind::Flag;
+    for (const char* number : {"number", "bytes", "MHz", "Mbps", "seconds", "milliseconds"}) {
+        if (value == number) *kind = FieldKind::Number;
+    }
+    return *kind != FieldKind::Text || value == "text" || value == "path" || value == "list";
+}
+
+}  // namespace
+
+TEST(FieldKind, AgreesWithTheDocumentationOfEveryField) {
+    std::ifstream documentation(ZUK_SOURCE_DIR "/docs/fields.md");
+    int rows = 0;
+    for (std::string row; std::getline(documentation, row);) {
+        const std::string name = cell(row, 0);
+        FieldKind documented;
+        if (name.empty() || isName(name) || !documentedKind(cell(row, 1), &documented)) continue;
+        ++rows;
+        EXPECT_EQ(documented, fieldKind(std::wstring(name.begin(), name.end())))
+            << name << ": its row in docs/fields.md and the tables of cli/field_kind.cpp differ";
+    }
+    EXPECT_GT(rows, 100);
+}
