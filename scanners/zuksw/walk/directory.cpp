@@ -37,7 +37,7 @@ unsigned char typeOfEntry(int directory, std::string_view name) {
     const std::string copy(name);
     if (::fstatat(directory, copy.c_str(), &facts, AT_SYMLINK_NOFOLLOW | AT_NO_AUTOMOUNT) != 0)
         return DT_UNKNOWN;
-    return IFTODT(facts.st_mode);
+    return static_cast<unsigned char>(IFTODT(facts.st_mode));
 }
 
 }  // namespace zuksw
