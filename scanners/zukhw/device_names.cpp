@@ -1,5 +1,6 @@
 #include "scanners/zukhw/device_names.h"
 
+#include "scanners/zukhw/display_makers.h"
 #include "scanners/zukhw/hwdb.h"
 #include "scanners/zukhw/ids_file.h"
 #include "scanners/zukhw/machine.h"
@@ -102,7 +103,14 @@ std::string DeviceNames::usbProduct(const std::string& vendor, const std::string
     return property(machine_, "usb:v" + upper(vendor) + 'p' + upper(product), kModel);
 }
 
+std::string DeviceNames::usbClass(const std::string& deviceClass) {
+    if (deviceClass.empty()) return "";
+    if (!hasHwdb(machine_)) return std::string(machine_.shared<UsbIds>().name("C " + deviceClass));
+    return property(machine_, "usb:vFFFFpFFFFdFFFFdc" + upper(deviceClass), "ID_USB_CLASS_FROM_DATABASE");
+}
+
 std::string DeviceNames::pnpVendor(const std::string& letters) {
     if (letters.empty()) return "";
-    return property(machine_, "acpi:" + letters + "0000:", kVendor);
+    const std::string name = property(machine_, "acpi:" + letters + "0000:", kVendor);
+    return name.empty() ? std::string(displayMaker(letters)) : name;
 }

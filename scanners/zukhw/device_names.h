@@ -20,6 +20,8 @@ class DeviceNames {
     std::string pciSubclass(const std::string& baseClass, const std::string& subclass);
     std::string usbVendor(const std::string& vendor);
     std::string usbProduct(const std::string& vendor, const std::string& product);
+    // Two digits: "03" are input devices.
+    std::string usbClass(const std::string& deviceClass);
     // The maker of a monitor or of an ACPI device by its three letters.
     std::string pnpVendor(const std::string& letters);
 
