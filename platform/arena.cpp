@@ -19,8 +19,9 @@ Arena::Block allocateSmall(std::size_t bytes) {
     return block;
 }
 
-// Whole huge pages, where the system has them: a large tree would otherwise spend a good part of its time
-// in page faults. They go back to the system with the tree, whatever else the heap holds by then.
+// Whole huge pages, where the system has them, and all touched at once: a large tree would otherwise spend
+// a good part of its time in page faults. Both are wishes; a system that cannot do it serves page by page.
+// The memory goes back to the system with the tree, whatever else the heap holds by then.
 Arena::Block allocateLarge(std::size_t bytes) {
     // mmap aligns to small pages only: ask for more and give back what is too much at both ends.
     const std::size_t span = bytes + kHugePage;
@@ -33,6 +34,7 @@ Arena::Block allocateLarge(std::size_t bytes) {
     if (before > 0) munmap(begin, before);
     if (before < kHugePage) munmap(block + bytes, kHugePage - before);
     madvise(block, bytes, MADV_HUGEPAGE);
+    madvise(block, bytes, MADV_POPULATE_WRITE);
     return {block, Arena::Release{bytes}};
 }
 }  // namespace
