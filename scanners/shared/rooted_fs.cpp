@@ -16,7 +16,6 @@ namespace {
 constexpr int kMaxLinks = 40;  // as the kernel's own limit
 constexpr int kMaxRetries = 8;
 constexpr std::size_t kFirstRead = 4096;
-constexpr std::size_t kFurtherRead = 64 * 1024;
 
 std::string relative(std::string_view path) {
     path.remove_prefix(std::min(path.find_first_not_of('/'), path.size()));
@@ -53,6 +52,12 @@ ssize_t readSome(int fd, char* buffer, std::size_t size) {
         count = ::read(fd, buffer, size);
     } while (count < 0 && errno == EINTR);
     return count;
+}
+
+// Kernel-made files have no size of their own, and say 0 or a page.
+std::size_t sizeOf(int fd) {
+    struct stat status {};
+    return ::fstat(fd, &status) == 0 && status.st_size > 0 ? static_cast<std::size_t>(status.st_size) : 0;
 }
 
 // Opens what an O_PATH descriptor stands for, without walking the path a second time: between a look at the
@@ -181,13 +186,14 @@ ReadStatus RootedFs::read(std::string_view path, std::string* data, std::size_t 
     std::array<char, kFirstRead> first;
     ssize_t count = readSome(fd.get(), first.data(), first.size());
     if (count > 0) data->assign(first.data(), static_cast<std::size_t>(count));
-    // Only /proc gives less than was asked for before the end; elsewhere that saves the read that finds the
-    // end.
-    const bool more = static_cast<std::size_t>(std::max<ssize_t>(count, 0)) == first.size() ||
-                      startsWith(relative(path), "proc/");
-    while (more && count > 0 && data->size() <= limit) {
+    // Only /proc gives less than a page before the end: elsewhere that saves the read that finds the end.
+    const bool mayBeShort = startsWith(relative(path), "proc/");
+    const auto isFull = [](ssize_t read) { return read >= static_cast<ssize_t>(kFirstRead); };
+    const std::size_t expected = isFull(count) ? sizeOf(fd.get()) : 0;
+    data->reserve(std::min(expected, limit));
+    while ((mayBeShort ? count > 0 : isFull(count)) && data->size() <= limit && data->size() != expected) {
         const std::size_t before = data->size();
-        data->resize(before + (before < kFurtherRead ? kFirstRead : kFurtherRead));
+        data->resize(std::max(data->capacity(), before + kFirstRead));
         count = readSome(fd.get(), data->data() + before, data->size() - before);
         data->resize(before + static_cast<std::size_t>(std::max<ssize_t>(count, 0)));
     }

@@ -1,12 +1,23 @@
 #include "scanners/zukhw/ids_file.h"
 
 #include <algorithm>
+#include <cstring>
 
 #include "scanners/zukhw/text.h"
 
 namespace {
 
 constexpr std::string_view kGap = "  ";  // between a number and its name
+
+// Where the first line that begins with `head` starts. The lists have a megabyte and short lines, over which
+// memmem goes ten times as fast as a search that stops at every line end.
+std::size_t findLineStart(std::string_view text, const std::string& head) {
+    if (startsWith(text, head)) return 0;
+    const std::string line = '\n' + head;
+    const void* found = ::memmem(text.data(), text.size(), line.data(), line.size());
+    if (found == nullptr) return std::string_view::npos;
+    return static_cast<std::size_t>(static_cast<const char*>(found) - text.data()) + 1;
+}
 
 // The name on the line that begins with `head`, among the lines of `text`, and where the line after it
 // begins.
@@ -16,9 +27,8 @@ struct Line {
 };
 
 Line findLine(std::string_view text, const std::string& head) {
-    std::size_t at = startsWith(text, head) ? 0 : text.find('\n' + head);
+    const std::size_t at = findLineStart(text, head);
     if (at == std::string_view::npos) return {};
-    if (text[at] == '\n') ++at;
     const std::size_t end = std::min(text.find('\n', at), text.size());
     return {trim(text.substr(at + head.size(), end - at - head.size())), text.substr(end)};
 }
