@@ -1,7 +1,5 @@
 // Group "Memory": one instance. What is installed comes from the firmware where it can be believed, what is
 // in use from /proc/meminfo.
-#include <unistd.h>
-
 #include <algorithm>
 #include <string>
 #include <vector>
@@ -13,6 +11,7 @@
 #include "scanners/zukhw/memory_array.h"
 #include "scanners/zukhw/numa_nodes.h"
 #include "scanners/zukhw/octal_escapes.h"
+#include "scanners/zukhw/page_size.h"
 #include "scanners/zukhw/parse.h"
 #include "scanners/zukhw/smbios.h"
 #include "scanners/zukhw/smbios_names.h"
@@ -154,13 +153,6 @@ void writeSlots(const SystemMemory& memory, GroupWriter& out) {
     out.list("ErrorCorrection", errorCorrection(memory));
 }
 
-std::optional<std::uint64_t> pageSize(Machine& machine) {
-    if (machine.live()) return static_cast<std::uint64_t>(::sysconf(_SC_PAGESIZE));
-    const std::string maps = machine.read("proc/self/smaps", Machine::kTable).value_or("");
-    const auto value = findValue(maps, "KernelPageSize", ':');
-    return value ? parseKibibytes(*value) : std::nullopt;
-}
-
 std::optional<std::uint64_t> cgroupLimit(Machine& machine) {
     constexpr std::uint64_t kNoLimit = std::uint64_t{1} << 62;
     auto limit = machine.number("sys/fs/cgroup/memory.max");  // "max", no limit, is no number
@@ -179,7 +171,7 @@ void collectMemory(Machine& machine, GroupWriter& out) {
     out.list("SwapDevices", swapDevices(machine));
     writeSlots(memory, out);
     out.number("NumaNodes", machine.shared<NumaNodes>().count);
-    out.number("PageSizeBytes", pageSize(machine));
+    out.number("PageSizeBytes", machine.shared<PageSize>().bytes());
     out.number("HugePageSizeBytes", meminfo.bytes("Hugepagesize"));
     out.number("HugePagesTotal", meminfo.count("HugePages_Total"));
     out.number("CgroupLimitBytes", cgroupLimit(machine));

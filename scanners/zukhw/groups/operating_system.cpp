@@ -13,6 +13,7 @@
 #include "scanners/zukhw/machine.h"
 #include "scanners/zukhw/natural_sort.h"
 #include "scanners/zukhw/parse.h"
+#include "scanners/zukhw/proc_stat.h"
 #include "scanners/zukhw/release_files.h"
 #include "scanners/zukhw/text.h"
 
@@ -68,12 +69,9 @@ void writeNames(Machine& machine, GroupWriter& out) {
 void writeIdentity(Machine& machine, GroupWriter& out) {
     out.text("MachineId", machine.shared<HostIdentity>().machineId);
     out.text("BootId", machine.text("proc/sys/kernel/random/boot_id"));
-    const std::string stat = machine.read("proc/stat", Machine::kTable).value_or("");
-    const std::size_t bootTime = stat.find("\nbtime ");
-    if (bootTime != std::string::npos) {
-        const std::string_view rest = std::string_view(stat).substr(bootTime + 7);
-        const auto seconds = parseSigned(rest.substr(0, rest.find('\n')));
-        if (seconds) out.text("BootTime", utcTime(*seconds));
+    const auto bootTime = machine.shared<ProcStat>().value("btime");
+    if (bootTime && *bootTime <= INT64_MAX) {
+        out.text("BootTime", utcTime(static_cast<std::int64_t>(*bootTime)));
     }
     const std::string uptime = machine.text("proc/uptime");
     out.number("UptimeSeconds", parseDecimal(uptime.substr(0, uptime.find('.'))));
