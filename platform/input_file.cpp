@@ -15,25 +15,20 @@ const char* describeError() {
 }
 }  // namespace
 
-InputFile::InputFile(const char* path)
-    : descriptor_(open(path, O_RDONLY | O_CLOEXEC | O_NONBLOCK | O_NOCTTY)) {
+InputFile::InputFile(const char* path) : file_(open(path, O_RDONLY | O_CLOEXEC | O_NONBLOCK | O_NOCTTY)) {
     struct stat status {};
-    if (descriptor_ < 0 || fstat(descriptor_, &status) != 0) {
+    if (!file_.valid() || fstat(file_.get(), &status) != 0) {
         failure_ = describeError();
     } else if (!S_ISREG(status.st_mode)) {
         failure_ = "not a regular file";
     }
 }
 
-InputFile::~InputFile() {
-    if (descriptor_ >= 0) close(descriptor_);
-}
-
 std::size_t InputFile::read(void* buffer, std::size_t size) {
     if (failure_ != nullptr) return 0;
     ssize_t length = 0;
     do {
-        length = ::read(descriptor_, buffer, size);
+        length = ::read(file_.get(), buffer, size);
     } while (length < 0 && errno == EINTR);
     if (length < 0) failure_ = describeError();
     return length < 0 ? 0 : static_cast<std::size_t>(length);

@@ -2,14 +2,13 @@
 
 #include <cstddef>
 
+#include "platform/file_descriptor.h"
+
 // A regular file, open for reading. Anything else (a directory, a FIFO, a device) is refused without
 // waiting for it.
 class InputFile {
   public:
     explicit InputFile(const char* path);
-    ~InputFile();
-    InputFile(const InputFile&) = delete;
-    InputFile& operator=(const InputFile&) = delete;
 
     // Reads up to `size` bytes and returns how many; 0 at the end of the file, and after a failure.
     std::size_t read(void* buffer, std::size_t size);
@@ -17,6 +16,6 @@ class InputFile {
     const char* failure() const { return failure_; }
 
   private:
-    int descriptor_;
+    FileDescriptor file_;
     const char* failure_ = nullptr;
 };
