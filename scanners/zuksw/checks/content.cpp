@@ -9,6 +9,7 @@
 #include "scanners/zuksw/evaluation/content_search.h"
 #include "scanners/zuksw/evaluation/expand.h"
 #include "scanners/zuksw/evaluation/match.h"
+#include "scanners/zuksw/formats/elf.h"
 
 namespace zuksw {
 namespace {
@@ -35,7 +36,7 @@ class Content : public Check {
   private:
     void readSearch(ConditionReader& attributes);
     std::shared_ptr<const Pattern> resolve(const Row& row, const Context& context, Text* state) const;
-    std::optional<Range> part(std::uint64_t size) const;
+    Answer part(const Contents& contents, const Row& row, const Context& context, Range* range) const;
     bool collect(const ContentMatch& match, const Pattern& pattern, Hits* hits) const;
     void searchIn(const FileObject& file, const Pattern& pattern, const Row& row, const Context& context,
                   Rows* out) const;
@@ -115,10 +116,21 @@ std::shared_ptr<const Pattern> Content::resolve(const Row& row, const Context& c
     return context.machine.patterns.get(pattern, &error);
 }
 
-std::optional<Range> Content::part(std::uint64_t size) const {
-    if (head_) return Range{0, std::min(size, *head_)};
-    if (tail_) return Range{size - std::min(size, *tail_), size};
-    return Range{0, size};
+// Which bytes to search. No: there is no such section.
+Answer Content::part(const Contents& contents, const Row& row, const Context& context, Range* range) const {
+    const std::uint64_t size = contents.size();
+    *range = {0, size};
+    if (head_) range->end = std::min(size, *head_);
+    if (tail_) range->begin = size - std::min(size, *tail_);
+    if (!section_) return Answer::yes();
+    const Text name = expand(*section_, row, context);
+    if (!name.isSet()) return Answer::missing(name);
+    const std::optional<Elf> elf = Elf::parse(contents.bytes());
+    const auto bytes = elf ? elf->sectionBytes(name.text) : std::nullopt;
+    if (!bytes) return Answer::no();
+    range->begin = static_cast<std::uint64_t>(bytes->data() - contents.bytes().data());
+    range->end = range->begin + bytes->size();
+    return Answer::yes();
 }
 
 // Takes a match into account; false when there is nothing more to look for.
@@ -153,14 +165,16 @@ void Content::searchIn(const FileObject& file, const Pattern& pattern, const Row
         if (opened.causes != 0) undecided(row, opened.causes, out);
         return;
     }
-    const std::optional<Range> range = part(opened.contents->size());
+    Range range;
+    const Answer where = part(*opened.contents, row, context, &range);
+    if (where.causes != 0) return undecided(row, where.causes, out);
     const re2::RE2* engine = pattern.engine();
-    if (!range || engine == nullptr) return;
+    if (where.isNo() || engine == nullptr) return;
     Hits hits;
-    const Causes stopped =
-        searchContent(*opened.contents, *range, *engine, machine, [&](const ContentMatch& match) {
-            return collect({match.offset + range->begin, match.brackets}, pattern, &hits);
-        });
+    const auto visit = [&](const ContentMatch& match) {
+        return collect({match.offset + range.begin, match.brackets}, pattern, &hits);
+    };
+    const Causes stopped = searchContent(*opened.contents, range, *engine, machine, visit);
     if (stopped != 0 && (hits.sets.empty() || take_ != Take::kAll)) return undecided(row, stopped, out);
     if (hits.ambiguous) {
         context.event(EventCode::kAmbiguous, "take=\"only\": more than one different match", file.path());

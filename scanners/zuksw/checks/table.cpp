@@ -9,7 +9,9 @@ const std::vector<CheckKind>& checkKinds() {
         {"All", makeAll, true, true},          {"Any", makeAny, true, true},
         {"Not", makeNot, true, true},          {"AtLeast", makeAtLeast, true, true},
         {"File", makeFile, false, true},       {"Content", makeContent, false, true},
-        {"System", makeSystem, false, true},   {"Process", makeProcess, false, true},
+        {"Value", makeValue, false, true},     {"Elf", makeElf, false, true},
+        {"Library", makeLibrary, false, true}, {"Tag", makeTag, false, true},
+        {"Process", makeProcess, false, true}, {"System", makeSystem, false, true},
         {"Matched", makeMatched, false, true}, {"Test", makeTest, false, false},
         {"Set", makeSet, false, false},
     };

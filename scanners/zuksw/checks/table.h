@@ -36,6 +36,10 @@ std::unique_ptr<Check> makeNot(ConditionReader& attributes, DetectReader& reader
 std::unique_ptr<Check> makeAtLeast(ConditionReader& attributes, DetectReader& reader);
 std::unique_ptr<Check> makeFile(ConditionReader& attributes, DetectReader& reader);
 std::unique_ptr<Check> makeContent(ConditionReader& attributes, DetectReader& reader);
+std::unique_ptr<Check> makeValue(ConditionReader& attributes, DetectReader& reader);
+std::unique_ptr<Check> makeElf(ConditionReader& attributes, DetectReader& reader);
+std::unique_ptr<Check> makeLibrary(ConditionReader& attributes, DetectReader& reader);
+std::unique_ptr<Check> makeTag(ConditionReader& attributes, DetectReader& reader);
 std::unique_ptr<Check> makeSystem(ConditionReader& attributes, DetectReader& reader);
 std::unique_ptr<Check> makeProcess(ConditionReader& attributes, DetectReader& reader);
 std::unique_ptr<Check> makeMatched(ConditionReader& attributes, DetectReader& reader);

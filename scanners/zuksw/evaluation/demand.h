@@ -7,6 +7,7 @@ namespace zuksw {
 /** What conditions want to be looked for before the first of them is evaluated. */
 struct Demand {
     FileFinder& files;
+    bool tags = false;
 };
 
 }  // namespace zuksw

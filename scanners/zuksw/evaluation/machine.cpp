@@ -13,7 +13,8 @@ Machine::Machine(const Configuration& theConfiguration, const FileTree& theTree,
       patterns(thePatterns),
       files({theTree, theTerritory, theConfiguration, theBudget, theEvents, gaps}),
       system(theTree),
-      processes(theTree, theConfiguration) {}
+      processes(theTree, theConfiguration),
+      libraries(theTree) {}
 
 Causes Machine::takeBytes(std::uint64_t count) {
     if (budget.isSpent()) return toCauses(Cause::kTimeBudget);
@@ -24,10 +25,6 @@ Causes Machine::takeBytes(std::uint64_t count) {
 }
 
 Text Machine::ownerOf(const std::string& /*path*/) {
-    return {};
-}
-
-Text Machine::elfProperty(const FileObject& /*file*/, std::string_view /*property*/) {
     return {};
 }
 

@@ -13,8 +13,10 @@
 #include "scanners/zuksw/output/events.h"
 #include "scanners/zuksw/setup/budget.h"
 #include "scanners/zuksw/setup/configuration.h"
+#include "scanners/zuksw/sources/library_paths.h"
 #include "scanners/zuksw/sources/process_table.h"
 #include "scanners/zuksw/sources/system_facts.h"
+#include "scanners/zuksw/sources/tags.h"
 #include "scanners/zuksw/walk/file_finder.h"
 #include "scanners/zuksw/walk/territory.h"
 
@@ -40,6 +42,8 @@ class Machine {
     FileFinder files;
     SystemFacts system;
     ProcessTable processes;
+    LibraryPaths libraries;
+    Tags tags;
     Outcomes* outcomes = nullptr;  // of the signatures evaluated so far
 
     std::atomic<std::uint64_t> opened{0};
@@ -50,8 +54,6 @@ class Machine {
 
     /** The installed package that owns the file. */
     Text ownerOf(const std::string& path);
-    /** A property of a file that is read from its ELF header, such as "elf.soname". */
-    Text elfProperty(const FileObject& file, std::string_view property);
 };
 
 }  // namespace zuksw

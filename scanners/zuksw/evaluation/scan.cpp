@@ -6,10 +6,11 @@
 namespace zuksw {
 
 void scan(const SignatureSet& signatures, unsigned threads, Machine* machine, Outcomes* outcomes) {
-    Demand demand{machine->files};
+    Demand demand{machine->files, false};
     for (const Signature& signature : signatures.signatures()) {
         if (signature.valid) signature.detect->demand(&demand);
     }
+    if (demand.tags) machine->tags.announce(machine->files.want(Tags::query()));
     machine->files.walk(threads, static_cast<std::int64_t>(machine->configuration.content.regexMemory));
     machine->outcomes = outcomes;
     Evaluator(machine, outcomes).run(threads);

@@ -47,6 +47,7 @@ Text FileObject::property(std::string_view name, Machine& machine) const {
     if (name == "dir") return Text::of(directoryOf(path_));
     if (name == "size") return Text::of(std::to_string(size()));
     if (name == "sha256") return digest(machine);
+    if (name.substr(0, 4) == "elf.") return elfProperty(name.substr(4), machine);
     const std::string file = nameOf(path_);
     if (name == "name") return Text::of(file);
     if (name == "stem") return Text::of(file.substr(0, extensionOf(file)));
@@ -55,6 +56,15 @@ Text FileObject::property(std::string_view name, Machine& machine) const {
         return Text::of(dot == file.size() ? std::string() : file.substr(dot + 1));
     }
     return specialProperty(name, machine);
+}
+
+Text FileObject::elfProperty(std::string_view name, Machine& machine) const {
+    const std::lock_guard<std::mutex> lock(mutex_);
+    if (!elf_) elf_ = readElfFacts(*this, machine);
+    if (name == "soname") return elf_->soname;
+    if (name == "buildId") return elf_->buildId;
+    if (name == "machine") return elf_->machine;
+    return name == "class" ? elf_->className : elf_->interpreter;
 }
 
 Text FileObject::digest(Machine& machine) const {
@@ -86,7 +96,7 @@ Text DiskFile::specialProperty(std::string_view name, Machine& machine) const {
     if (name == "gid") return Text::of(std::to_string(facts_.st_gid));
     if (name == "link") return link_.empty() ? Text() : Text::of(link_);
     if (name == "package") return machine.ownerOf(path());
-    return machine.elfProperty(*this, name);
+    return {};
 }
 
 Opened DiskFile::open(Machine& machine) const {

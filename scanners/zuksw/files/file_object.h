@@ -10,6 +10,7 @@
 
 #include "scanners/zuksw/evaluation/value.h"
 #include "scanners/zuksw/files/contents.h"
+#include "scanners/zuksw/files/elf_file.h"
 
 namespace zuksw {
 
@@ -39,10 +40,12 @@ class FileObject : public Object {
 
   private:
     Text digest(Machine& machine) const;
+    Text elfProperty(std::string_view name, Machine& machine) const;
 
     std::string path_;
     mutable std::mutex mutex_;
     mutable std::optional<Text> digest_;
+    mutable std::optional<ElfFacts> elf_;
 };
 
 /** A file of the machine. */

@@ -1,0 +1,106 @@
+#include "scanners/zuksw/sources/library_paths.h"
+
+#include <fcntl.h>
+
+#include <algorithm>
+#include <utility>
+
+#include "scanners/zuksw/files/file_object.h"
+#include "scanners/zuksw/files/read_file.h"
+#include "scanners/zuksw/language/name_glob.h"
+#include "scanners/zuksw/walk/directory.h"
+
+namespace zuksw {
+namespace {
+
+constexpr std::size_t kMaxFile = std::size_t{1} << 20U;
+constexpr std::size_t kMaxDirectories = 1000;
+constexpr int kMaxIncludes = 8;
+
+void replaceAll(std::string* text, const std::string& what, const std::string& with) {
+    for (std::size_t at = text->find(what); at != text->npos; at = text->find(what, at + with.size())) {
+        text->replace(at, what.size(), with);
+    }
+}
+
+std::vector<std::string> splitList(std::string_view list, const std::string& origin, const Elf& elf) {
+    std::vector<std::string> directories;
+    while (!list.empty()) {
+        const std::size_t colon = list.find(':');
+        std::string directory(list.substr(0, colon));
+        list.remove_prefix(colon == list.npos ? list.size() : colon + 1);
+        for (const char* form : {"$ORIGIN", "${ORIGIN}"}) replaceAll(&directory, form, origin);
+        for (const char* form : {"$LIB", "${LIB}"})
+            replaceAll(&directory, form, elf.is64() ? "lib64" : "lib");
+        for (const char* form : {"$PLATFORM", "${PLATFORM}"}) replaceAll(&directory, form, elf.machine());
+        if (!directory.empty() && directory[0] == '/') directories.push_back(std::move(directory));
+    }
+    return directories;
+}
+
+std::vector<std::string> standardDirectories(const Elf& elf) {
+    std::vector<std::string> directories;
+    std::string machine = elf.machine();
+    if (machine.size() == 4 && machine[0] == 'i' && machine.substr(2) == "86") machine = "i386";
+    for (const char* top : {"/lib/", "/usr/lib/"}) directories.push_back(top + machine + "-linux-gnu");
+    if (elf.is64()) directories.insert(directories.end(), {"/lib64", "/usr/lib64"});
+    directories.insert(directories.end(), {"/lib", "/usr/lib"});
+    return directories;
+}
+
+}  // namespace
+
+void LibraryPaths::include(const std::string& pattern, const std::string& from, int depth) {
+    const std::string full = pattern[0] == '/' ? pattern : directoryOf(from) + "/" + pattern;
+    std::string error;
+    const auto glob = NameGlob::parse(nameOf(full), &error);
+    const auto directory = tree_.resolve(directoryOf(full));
+    if (!glob || !directory) return;
+    FileDescriptor fd = tree_.openAt(*directory, O_RDONLY | O_DIRECTORY);
+    if (!fd.valid()) return;
+    DirectoryReader::Buffer buffer = DirectoryReader::makeBuffer();
+    DirectoryReader reader(std::move(fd), &buffer);
+    DirectoryReader::Entry entry = {};
+    std::vector<std::string> names;
+    while (reader.next(&entry) && names.size() < kMaxDirectories) {
+        if (glob->matches(entry.name)) names.emplace_back(entry.name);
+    }
+    std::sort(names.begin(), names.end());
+    for (const std::string& name : names) readConfiguration(*directory + "/" + name, depth + 1);
+}
+
+void LibraryPaths::readConfiguration(const std::string& path, int depth) {
+    const auto text = depth > kMaxIncludes ? std::nullopt : readFile(tree_, path, kMaxFile);
+    if (!text) return;
+    for (std::size_t begin = 0; begin < text->size() && configured_.size() < kMaxDirectories;) {
+        const std::size_t end = std::min(text->find('\n', begin), text->size());
+        std::string line = text->substr(begin, end - begin);
+        begin = end + 1;
+        line.resize(std::min(line.find('#'), line.size()));
+        const std::size_t first = line.find_first_not_of(" \t\r");
+        if (first == line.npos) continue;
+        line = line.substr(first, line.find_last_not_of(" \t\r") + 1 - first);
+        constexpr std::string_view kInclude = "include ";
+        if (line.compare(0, kInclude.size(), kInclude) == 0) {
+            include(line.substr(line.find_first_not_of(" \t", kInclude.size())), path, depth);
+        } else if (line[0] == '/') {
+            configured_.push_back(line);
+        }
+    }
+}
+
+std::vector<std::string> LibraryPaths::candidates(std::string_view needed, const std::string& origin,
+                                                  const Elf& elf, const ElfDynamic& dynamic) {
+    if (needed.find('/') != needed.npos) return {std::string(needed)};
+    std::call_once(once_, [this] { readConfiguration("/etc/ld.so.conf", 0); });
+    // With a RUNPATH the older RPATH says nothing.
+    std::vector<std::string> directories =
+        splitList(dynamic.runpath.empty() ? dynamic.rpath : dynamic.runpath, origin, elf);
+    directories.insert(directories.end(), configured_.begin(), configured_.end());
+    const std::vector<std::string> standard = standardDirectories(elf);
+    directories.insert(directories.end(), standard.begin(), standard.end());
+    for (std::string& directory : directories) directory.append("/").append(needed);
+    return directories;
+}
+
+}  // namespace zuksw
