@@ -52,3 +52,16 @@ TEST(Documentation, TheCxxProgramOfTheQuickStartPrintsATree) {
     EXPECT_EQ(0, result.status) << result.err;
     EXPECT_THAT(result.out, EndsWith("<disk size=\"512\"/>\n"));
 }
+
+TEST(Documentation, TheStatusCodesAreThoseOfTheHeader) {
+    // A 1 in the header's lists of codes belongs to the words "value above 1".
+    const ShellResult difference =
+        shell("cd " ZUK_SOURCE_DIR
+              " && T=$(mktemp -d) && trap 'rm -r $T' EXIT &&"
+              R"(awk '/@return/ { on = 1 } /\*\// { on = 0 } on' include/zuk.h |)"
+              R"(grep -oE '[0-9]+' | grep -vx 1 | sort -u >$T/header;)"
+              R"(sed -n 's/^| \([0-9]*\) |.*/\1/p' docs/errors.md | sort -u >$T/page;)"
+              "test -s $T/page && diff $T/header $T/page");
+    EXPECT_EQ("", difference.out);
+    EXPECT_EQ(0, difference.status) << difference.err;
+}
