@@ -7,10 +7,10 @@ namespace {
 
 using Names = std::wstring_view;
 
-constexpr Names kUnits[] = {L"Bits",         L"Bytes",      L"Count",      L"Hertz",     L"Hours",
-                            L"Hz",           L"MTs",        L"Mbps",       L"Milliamps", L"Millimetres",
-                            L"Milliseconds", L"Millivolts", L"Milliwatts", L"Minutes",   L"Percent",
-                            L"Rpm",          L"Seconds"};
+constexpr Names kUnits[] = {L"Bits",        L"Bytes",        L"Count",      L"Cycles",     L"Hertz",
+                            L"Hours",       L"Hz",           L"MTs",        L"Mbps",       L"Milliamps",
+                            L"Millimetres", L"Milliseconds", L"Millivolts", L"Milliwatts", L"Minutes",
+                            L"Percent",     L"Rpm",          L"Seconds"};
 
 constexpr Names kNumbers[] = {
     // order and place

@@ -60,7 +60,7 @@ TEST(Documentation, TheStatusCodesAreThoseOfTheHeader) {
               " && T=$(mktemp -d) && trap 'rm -r $T' EXIT &&"
               R"(awk '/@return/ { on = 1 } /\*\// { on = 0 } on' include/zuk.h |)"
               R"(grep -oE '[0-9]+' | grep -vx 1 | sort -u >$T/header;)"
-              R"(sed -n 's/^| \([0-9]*\) |.*/\1/p' docs/errors.md | sort -u >$T/page;)"
+              R"(sed -n '/^## /q; s/^| \([0-9]*\) |.*/\1/p' docs/errors.md | sort -u >$T/page;)"
               "test -s $T/page && diff $T/header $T/page");
     EXPECT_EQ("", difference.out);
     EXPECT_EQ(0, difference.status) << difference.err;

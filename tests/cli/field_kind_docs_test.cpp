@@ -23,7 +23,8 @@ std::string cell(const std::string& row, int n) {
 
 // Numbers that name something: other machines, or other groups, have words there.
 bool isName(const std::string& field) {
-    return field == "Family" || field == "ModelNumber" || field == "FieldTableVersion";
+    return field == "Family" || field == "ModelNumber" || field == "FieldTableVersion" ||
+           field == "SerialCode";
 }
 
 // What the documentation says of a value, for the words that leave no choice.
