@@ -1,6 +1,9 @@
 #include "scanners/zukhw/architecture.h"
 
+#include <endian.h>
 #include <sys/utsname.h>
+
+#include <algorithm>
 
 #include "scanners/zukhw/machine.h"
 #include "scanners/zukhw/text.h"
@@ -81,4 +84,12 @@ Architecture::Architecture(Machine& machine) {
     if (machine.live() && ::uname(&system) == 0) name_ = system.machine;
     if (name_.empty()) name_ = machine.text("proc/sys/kernel/arch");
     if (name_.empty() && target) name_ = nameOf(*target);
+}
+
+bool Architecture::bigEndian() const {
+    static constexpr std::string_view kBig[] = {"s390",    "s390x",  "ppc",       "ppc64", "sparc",
+                                                "sparc64", "parisc", "parisc64",  "mips",  "mips64",
+                                                "m68k",    "armeb",  "aarch64_be"};
+    if (name_.empty()) return BYTE_ORDER == BIG_ENDIAN;
+    return std::find(std::begin(kBig), std::end(kBig), name_) != std::end(kBig);
 }

@@ -13,6 +13,8 @@ class Architecture {
 
     const std::string& name() const { return name_; }  // empty when unknown
     std::optional<unsigned> userBits() const { return userBits_; }
+    // Whether numbers begin with their highest byte; as here when the name is unknown.
+    bool bigEndian() const;
 
   private:
     std::string name_;

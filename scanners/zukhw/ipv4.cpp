@@ -1,7 +1,5 @@
 #include "scanners/zukhw/ipv4.h"
 
-#include <endian.h>
-
 #include <algorithm>
 #include <optional>
 
@@ -13,16 +11,6 @@
 namespace {
 
 constexpr char kRoutePath[] = "proc/net/route";
-
-// The kernel prints addresses as numbers of its own byte order: whose machine it is decides how to read them.
-bool isBigEndian(Machine& machine) {
-    static constexpr std::string_view kBig[] = {"s390",    "s390x",  "ppc",       "ppc64", "sparc",
-                                                "sparc64", "parisc", "parisc64",  "mips",  "mips64",
-                                                "m68k",    "armeb",  "aarch64_be"};
-    const std::string& name = machine.shared<Architecture>().name();
-    if (name.empty()) return BYTE_ORDER == BIG_ENDIAN;
-    return std::find(std::begin(kBig), std::end(kBig), name) != std::end(kBig);
-}
 
 std::optional<std::uint32_t> parseAddress(std::string_view hex, bool bigEndian) {
     const auto number = parseHex(hex);
@@ -76,7 +64,9 @@ std::uint32_t ipv4Mask(unsigned length) {
 
 Ipv4Routes::Ipv4Routes(Machine& machine) {
     const std::string text = machine.read(kRoutePath, Machine::kTable).value_or("");
-    const bool bigEndian = isBigEndian(machine);
+    // The kernel prints addresses as numbers of its own byte order: whose machine it is decides how to read
+    // them.
+    const bool bigEndian = machine.shared<Architecture>().bigEndian();
     for (const std::string_view line : lines(text)) {
         if (startsWith(line, "Iface")) continue;
         if (auto route = parseRoute(line, bigEndian)) {
