@@ -24,13 +24,13 @@ constexpr Names kNumbers[] = {
     L"ActiveProcessors", L"PotentialProcessors", L"MinimumProcessors", L"DesiredProcessors",
     L"SystemActiveProcessors", L"SystemPotentialProcessors", L"PoolProcessors", L"DedicatedProcessors",
     L"SharedProcessors", L"ReservedProcessors", L"CpcProcessors", L"PoolCapacity", L"EntitledCapacity",
-    L"MinimumEntitledCapacity", L"MaximumEntitledCapacity", L"CapacityWeight", L"Smt",
+    L"MinimumEntitledCapacity", L"MaximumEntitledCapacity", L"CapacityWeight", L"Smt", L"Adjustment",
     // storage and network
     L"Inodes", L"InodesFree", L"RaidDevices", L"Mtu", L"PrefixLength", L"SriovVirtualFunctions",
     // devices
     L"Buttons", L"FunctionKeys", L"HeightUnits", L"PowerCords", L"ContainedElements", L"TypeCode",
     L"ManufactureYear", L"ManufactureWeek", L"ModelYear", L"MaxBaud", L"LinkWidth", L"MaxLinkWidth",
-    L"Structures",
+    L"Structures", L"MappedStart", L"MappedEnd",
     // the system and its load
     L"KernelTaint", L"KernelModulesLoaded", L"InstalledLocales", L"PasswordMaxDays", L"ClockTicksPerSecond",
     L"CpusConfigured", L"CpusOnline", L"MaxOpenFiles", L"OpenFiles", L"MaxOpenFilesPerProcess",

@@ -9,14 +9,15 @@
 
 namespace {
 
-Machine makeMachine(const std::string& root, std::string_view tree) {
+Machine makeMachine(const std::string& root, std::string_view tree, const std::string& cpuidSignature) {
     plantMachine(tree, root);
-    return Machine(*RootedFs::below(root), Deadline(std::chrono::hours(1)));
+    return Machine(*RootedFs::below(root), Deadline(std::chrono::hours(1)), cpuidSignature);
 }
 
 }  // namespace
 
-TestMachine::TestMachine(std::string_view tree) : machine_(makeMachine(folder_.path(), tree)) {}
+TestMachine::TestMachine(std::string_view tree, const std::string& cpuidSignature)
+    : machine_(makeMachine(folder_.path(), tree, cpuidSignature)) {}
 
 std::string collectXml(Machine& machine, std::string_view group) {
     const auto isGroup = [&](const Collector& collector) { return collector.group == group; };

@@ -9,10 +9,11 @@
 #include "scanners/zukhw/machine.h"
 #include "tests/support/temporary_folder.h"
 
-// A machine for a test, made of a machine tree (see plantMachine).
+// A machine for a test, made of a machine tree (see plantMachine) and what its processor says of a
+// hypervisor.
 class TestMachine {
   public:
-    explicit TestMachine(std::string_view tree);
+    explicit TestMachine(std::string_view tree, const std::string& cpuidSignature = "");
 
     Machine& operator*() { return machine_; }
     Machine* operator->() { return &machine_; }
