@@ -65,6 +65,14 @@ std::string_view CpuInfo::value(unsigned cpu, std::initializer_list<std::string_
     return {};
 }
 
+// "48 bits physical, 48 bits virtual"
+CpuAddressBits CpuInfo::addressBits(unsigned cpu) const {
+    const std::vector<std::string_view> parts = words(value(cpu, {"address sizes", "Address Sizes"}));
+    if (parts.size() != 6 || parts[1] != "bits" || parts[2] != "physical," || parts[5] != "virtual")
+        return {};
+    return {parseDecimal(parts[0]), parseDecimal(parts[3])};
+}
+
 std::vector<unsigned> CpuInfo::cpus() const {
     std::vector<unsigned> cpus;
     for (const auto& [cpu, block] : blocks_) cpus.push_back(cpu);

@@ -1,12 +1,18 @@
 #pragma once
 
+#include <cstdint>
 #include <initializer_list>
 #include <map>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
 
 class Machine;
+
+struct CpuAddressBits {
+    std::optional<std::uint64_t> physical, virtualBits;
+};
 
 // /proc/cpuinfo, whose form every architecture has chosen for itself: a block of "key : value" lines for each
 // online CPU, and lines for all of them before, between or after these; machine.shared<CpuInfo>().
@@ -19,6 +25,9 @@ class CpuInfo {
     // The value of the first of these keys that the CPU's own block has, or else the lines for all CPUs;
     // empty when none has one. A CPU without a block (an offline one) has only the latter.
     std::string_view value(unsigned cpu, std::initializer_list<std::string_view> keys) const;
+
+    // How wide addresses are; no values on other architectures than x86 and LoongArch.
+    CpuAddressBits addressBits(unsigned cpu) const;
 
     // The CPUs that have a block, in order.
     std::vector<unsigned> cpus() const;

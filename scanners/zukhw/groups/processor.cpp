@@ -117,14 +117,6 @@ void writeCaches(Machine& machine, const CpuTopology& topology, const LogicalCpu
     }
 }
 
-// "48 bits physical, 48 bits virtual"
-void writeAddressBits(std::string_view sizes, GroupWriter& out) {
-    const std::vector<std::string_view> parts = words(sizes);
-    if (parts.size() != 6 || parts[1] != "bits" || parts[2] != "physical," || parts[5] != "virtual") return;
-    out.number("PhysicalAddressBits", parseDecimal(parts[0]));
-    out.number("VirtualAddressBits", parseDecimal(parts[3]));
-}
-
 void writeRest(Machine& machine, const LogicalCpu& cpu, GroupWriter& out) {
     const CpuInfo& info = machine.shared<CpuInfo>();
     std::string microcode =
@@ -132,7 +124,9 @@ void writeRest(Machine& machine, const LogicalCpu& cpu, GroupWriter& out) {
     if (microcode.empty()) microcode = info.value(cpu.index, {"microcode"});
     out.text("MicrocodeVersion", microcode);
     out.text("BogoMips", info.value(cpu.index, {"bogomips", "BogoMIPS", "bogomips per cpu"}));
-    writeAddressBits(info.value(cpu.index, {"address sizes", "Address Sizes"}), out);
+    const CpuAddressBits bits = info.addressBits(cpu.index);
+    out.number("PhysicalAddressBits", bits.physical);
+    out.number("VirtualAddressBits", bits.virtualBits);
 }
 
 }  // namespace

@@ -1,0 +1,123 @@
+#include <gtest/gtest.h>
+
+#include "tests/zukhw/smbios_table.h"
+#include "tests/zukhw/test_machine.h"
+
+namespace {
+
+using namespace std::string_literals;
+
+constexpr char kGroup[] = "PhysicalProcessor";
+
+std::string dmi(const std::string& table) {
+    return "sys/firmware/dmi/tables/DMI = " + hexOf(table) + "\n";
+}
+
+// A processor up to and with the part number; status 41h: populated and enabled.
+std::string record(unsigned handle, char status, const std::string& socket) {
+    return structure(4, handle,
+                     "\x01\x03\xB3\x02\x54\x06\x05\x00\xFF\xFB\xEB\xBF\x03\x92\x64\x00\xA0\x0F\xC4\x09"s +
+                         status + "\x36\x00\x00\x00\x00\x00\x00\x04\x05\x06\x08\x07\x10"s,
+                     {socket, "Intel(R) Corporation", "Intel(R) Xeon(R)", "S-1", "A-1", "P-1"});
+}
+
+std::string cpu(unsigned index, unsigned package, unsigned core) {
+    const std::string topology = "sys/devices/system/cpu/cpu" + std::to_string(index) + "/topology/";
+    return topology + "physical_package_id: " + std::to_string(package) + "\n" + topology +
+           "core_id: " + std::to_string(core) + "\n";
+}
+
+const std::string kTwoSockets =
+    "sys/devices/system/cpu/present: 0-3\n" + cpu(0, 0, 0) + cpu(1, 0, 0) + cpu(2, 1, 0) + cpu(3, 1, 1);
+
+TEST(PhysicalProcessor, JoinsRecordsWithAsManyPackages) {
+    TestMachine machine(kTwoSockets + dmi(record(0x401, '\x41', "CPU2") + record(0x400, '\x41', "CPU1")));
+    const std::vector<Fields> sockets = collectInstances(*machine, kGroup);
+    ASSERT_EQ(2U, sockets.size());
+    EXPECT_EQ("CPU1", sockets[0].at("SocketDesignation"));
+    EXPECT_EQ("0", sockets[0].at("SocketId"));
+    EXPECT_EQ("1", sockets[0].at("Cores"));
+    EXPECT_EQ("2", sockets[0].at("Threads"));
+    EXPECT_EQ("2", sockets[0].at("ThreadsPerCore"));
+    EXPECT_EQ("7", sockets[0].at("CoresEnabled"));
+    EXPECT_EQ("CPU2", sockets[1].at("SocketDesignation"));
+    EXPECT_EQ("2", sockets[1].at("Cores"));
+}
+
+TEST(PhysicalProcessor, DoesNotGuessWhichRecordIsWhichPackage) {
+    TestMachine machine(kTwoSockets + dmi(record(1, '\x41', "CPU1") + record(2, '\0', "CPU2")));
+    const std::vector<Fields> sockets = collectInstances(*machine, kGroup);
+    ASSERT_EQ(3U, sockets.size());
+    EXPECT_EQ(0U, sockets[0].count("SocketDesignation"));
+    EXPECT_EQ("true", sockets[1].at("Populated"));
+    const Fields empty = {
+        {"SocketDesignation", "CPU2"}, {"Populated", "false"}, {"SocketType", "Socket LGA3647-1"}};
+    EXPECT_EQ(empty, sockets[2]);
+}
+
+TEST(PhysicalProcessor, BelievesTheTableWhenTheKernelSaysNothing) {
+    TestMachine machine(dmi(record(1, '\x41', "CPU1")));
+    const Fields expected = {
+        {"SocketDesignation", "CPU1"},
+        {"Populated", "true"},
+        {"Status", "Enabled"},
+        {"Manufacturer", "Intel(R) Corporation"},
+        {"Model", "Intel(R) Xeon(R)"},
+        {"ProcessorId", "bfebfbff00050654"},
+        {"Cores", "8"},
+        {"Threads", "16"},
+        {"CoresEnabled", "7"},
+        {"MaxMHz", "4000"},
+        {"CurrentMHz", "2500"},
+        {"ExternalClockMHz", "100"},
+        {"VoltageMillivolts", "1800"},
+        {"SocketType", "Socket LGA3647-1"},
+        {"SerialNumber", "S-1"},
+        {"AssetTag", "A-1"},
+        {"PartNumber", "P-1"},
+    };
+    EXPECT_EQ(expected, collectOne(machine, kGroup));
+}
+
+TEST(PhysicalProcessor, SumsTheCachesOfASocket) {
+    const auto cache = [](unsigned index, const char* cpus) {
+        const std::string path = "sys/devices/system/cpu/cpu" + std::to_string(index) + "/cache/index0/";
+        return path + "level: 2\n" + path + "type: Unified\n" + path + "size: 1024K\n" + path +
+               "shared_cpu_list: " + cpus + "\n";
+    };
+    TestMachine machine(kTwoSockets + cache(0, "0-1") + cache(1, "0-1") + cache(2, "2") + cache(3, "3"));
+    const std::vector<Fields> sockets = collectInstances(*machine, kGroup);
+    EXPECT_EQ("1048576", sockets.at(0).at("L2CacheBytes"));
+    EXPECT_EQ("2097152", sockets.at(1).at("L2CacheBytes"));
+}
+
+TEST(PhysicalProcessor, TellsFeaturesByTheFlags) {
+    TestMachine machine("sys/devices/system/cpu/present: 0\n" + cpu(0, 0, 0) +
+                        "proc/cpuinfo:\n\tprocessor : 0\n\tflags : vmx fpu lm\n"
+                        "\taddress sizes : 46 bits physical, 48 bits virtual\n"
+                        "sys/devices/system/cpu/vulnerabilities/meltdown: Not affected\n");
+    const Fields fields = collectOne(machine, kGroup);
+    EXPECT_EQ("fpu lm vmx", fields.at("Flags"));
+    EXPECT_EQ("true", fields.at("Is64Bit"));
+    EXPECT_EQ("VT-x", fields.at("HardwareVirtualization"));
+    EXPECT_EQ("46", fields.at("PhysicalAddressBits"));
+    EXPECT_EQ("meltdown=Not affected", fields.at("Vulnerabilities"));
+}
+
+TEST(PhysicalProcessor, SurvivesRecordsOfEveryLength) {
+    const std::string whole = record(1, '\x41', "CPU1");
+    const std::size_t formatted = static_cast<unsigned char>(whole[1]);
+    for (std::size_t length = 4; length <= formatted; ++length) {
+        std::string cut = whole.substr(0, length) + whole.substr(formatted);
+        cut[1] = static_cast<char>(length);
+        TestMachine machine(dmi(cut));
+        EXPECT_EQ(length > 0x18 ? "true" : "false", collectOne(machine, kGroup).at("Populated")) << length;
+    }
+}
+
+TEST(PhysicalProcessor, HasNoInstanceOnAMachineThatTellsNothing) {
+    TestMachine machine("");
+    EXPECT_EQ("", collectXml(*machine, kGroup));
+}
+
+}  // namespace
