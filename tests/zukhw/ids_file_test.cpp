@@ -1,0 +1,58 @@
+#include "scanners/zukhw/ids_file.h"
+
+#include <gtest/gtest.h>
+
+namespace {
+
+const std::string kText =
+    "# A list\n"
+    "\n"
+    "8086  Intel Corporation\n"
+    "\t0d57  Bridge\n"
+    "\t10d3  82574L  Gigabit\n"
+    "# in the middle\n"
+    "\t\t15d9 060a  X7SPA-H\n"
+    "\t10d4  Other\n"
+    "\t\t15d9 0001  Not of 10d3\n"
+    "1af4  Red Hat, Inc.\r\n"
+    "\t1000  Virtio network device\n"
+    "AT 0100  Not a class\n"
+    "C 03  Display controller\n"
+    "\t00  VGA compatible controller\n"
+    "\t\t01  8514 controller\n"
+    "C 06  Bridge";
+
+TEST(IdsFile, FindsNames) {
+    const IdsFile list(kText);
+    EXPECT_EQ("Intel Corporation", list.name("8086"));
+    EXPECT_EQ("Red Hat, Inc.", list.name("1af4"));
+    EXPECT_EQ("82574L  Gigabit", list.name("8086", "10d3"));
+    EXPECT_EQ("Display controller", list.name("C 03"));
+    EXPECT_EQ("VGA compatible controller", list.name("C 03", "00"));
+    EXPECT_EQ("Bridge", list.name("C 06"));
+}
+
+TEST(IdsFile, FindsSubsystemsOfTheirDeviceOnly) {
+    const IdsFile list(kText);
+    EXPECT_EQ("X7SPA-H", list.name("8086", "10d3", "15d9 060a"));
+    EXPECT_EQ("Not of 10d3", list.name("8086", "10d4", "15d9 0001"));
+    EXPECT_EQ("", list.name("8086", "10d3", "15d9 0001"));
+}
+
+TEST(IdsFile, FindsNothingElse) {
+    const IdsFile list(kText);
+    EXPECT_EQ("", list.name("ffff"));
+    EXPECT_EQ("", list.name("808"));
+    EXPECT_EQ("", list.name(""));
+    EXPECT_EQ("", list.name("1af4", "10d3"));
+    EXPECT_EQ("", list.name("ffff", "10d3", "15d9 060a"));
+}
+
+TEST(IdsFile, BearsAFileThatBreaksOffAnywhere) {
+    for (std::size_t size = 0; size <= kText.size(); ++size) {
+        const IdsFile list(kText.substr(0, size));
+        EXPECT_LE(list.name("8086", "10d3").size(), 15U);
+    }
+}
+
+}  // namespace
