@@ -126,7 +126,7 @@ bool isFor(const PrintQueue& queue, const UsbDevice& device) {
            queue.deviceUri.find(product) != std::string::npos;
 }
 
-// A queue may print to a class and to its members; each is one instance.
+// The queues, then the classes of queues.
 std::vector<PrintQueue> readQueues(Machine& machine, bool* known) {
     std::vector<PrintQueue> queues;
     for (const char* path : {kQueues, kClasses}) {
@@ -143,6 +143,7 @@ void collectPrinter(Machine& machine, GroupWriter& out) {
     bool queuesKnown = true;
     const std::vector<PrintQueue> queues = readQueues(machine, &queuesKnown);
     std::vector<Printer> printers;
+    printers.reserve(queues.size());
     for (const PrintQueue& queue : queues) printers.push_back({queue.name, &queue, nullptr});
     for (const UsbDevice& device : machine.shared<UsbDevices>().all()) {
         const auto serves = [&](const PrintQueue& queue) { return isFor(queue, device); };

@@ -79,7 +79,8 @@ std::string currentResolution(Machine& machine, const std::string& address) {
     static const std::string kDirectory = "sys/class/graphics";
     for (const std::string& name : machine.list(kDirectory)) {
         if (!startsWith(name, "fb") || !parseDecimal(name.substr(2))) continue;
-        const std::string path = kDirectory + '/' + name;
+        std::string path = kDirectory;
+        path += '/' + name;
         if (baseName(pciAncestor(machine.link(path))) != address) continue;
         std::string size = machine.text(path + "/virtual_size");
         std::replace(size.begin(), size.end(), ',', 'x');
