@@ -24,7 +24,6 @@ int ZUK_init(const char* exploiter, ZUK_log_callback log_callback, void* user_da
     if (ctx == nullptr) return kNoRecord;
 
     ctx->exploiter = strdup(exploiter);
-    ctx->tmpDir = nullptr;
     ctx->log = new (std::nothrow) ZUKlog(kLogLevel, log_callback, user_data);
     if (ctx->log == nullptr) {
         std::free(ctx->exploiter);

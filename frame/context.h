@@ -10,8 +10,8 @@ class TemporaryDir;
 // What ZUK_init makes and ZUK_free releases. Scan contexts borrow it: they read tmpDir for its path and
 // copy homeDir.
 struct ZUKCtx {
-    char* exploiter;       // strdup'ed
-    ZUKlog* log;           // owned
-    TemporaryDir* tmpDir;  // owned
-    std::wstring homeDir;  // empty when no installation is known
+    char* exploiter = nullptr;       // strdup'ed
+    ZUKlog* log = nullptr;           // owned
+    TemporaryDir* tmpDir = nullptr;  // owned
+    std::wstring homeDir;            // empty when no installation is known
 };

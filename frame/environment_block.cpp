@@ -14,6 +14,7 @@ std::string buildEnvironment(const std::wstring& homeDir) {
     // After clearenv() there is no list at all.
     for (char** entry = environ; entry != nullptr && *entry != nullptr; ++entry) {
         std::string_view text = *entry;
+        if (text.empty()) continue;  // it would end the block, and cost the child the rest
         if (text.substr(0, kLibraryPath.size()) == kLibraryPath) {
             text.remove_prefix(kLibraryPath.size());
             block.append(kLibraryPath).append(home).append(":");

@@ -28,10 +28,10 @@ class Lock {
 
 // The length of the formatted message; negative when it cannot be formatted.
 int measure(const char* format, va_list args) {
+    // Without this the stream allocates a buffer of its own for every message. It outlives the stream.
+    char buffer[BUFSIZ];
     const File null(std::fopen("/dev/null", "we"));
     if (!null) return -1;
-    // Without this the stream allocates a buffer of its own for every message.
-    char buffer[BUFSIZ];
     std::setvbuf(null.get(), buffer, _IOFBF, sizeof buffer);
     return std::vfprintf(null.get(), format, args);
 }

@@ -29,7 +29,7 @@ int XMLNodeSink::onError(const String& message, int line) {
 }
 
 int XMLNodeSink::onCriticalError(const String& message, int line) {
-    return onError(message, line);
+    return XMLNodeSink::onError(message, line);
 }
 
 XMLParser::XMLParser(ZUKlog* theLog, const wchar_t* file) : errors(0), sink(nullptr), log(theLog) {

@@ -19,9 +19,6 @@ void readAsHardware(const MemoryFile& file) {
 // As the output and as the warnings of one scan.
 void readAsSoftware(const MemoryFile& file) {
     ZUKSwCtx ctx;
-    ctx.log = nullptr;
-    ctx.warningArray = nullptr;
-    ctx.resultArray = nullptr;
     SW_ParseOutput(&ctx, file.widePath(), file.widePath());
     SW_deleteResults(&ctx);
 }

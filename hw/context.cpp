@@ -28,7 +28,7 @@ void HW_clearResults(ZUKHwCtx* ctx) {
 int ZUK_hw_init(ZUKCtx* library, ZUK_log_callback callback, void* user_data, ZUKHwCtx** out) {
     constexpr char kHere[] = "ZUK_hw_init";
     if (library == nullptr) return kNoContext;
-    auto* ctx = new (std::nothrow) ZUKHwCtx();  // value-initialised: every group starts disabled
+    auto* ctx = new (std::nothrow) ZUKHwCtx;
     if (ctx == nullptr) {
         *out = nullptr;
         return kNoRecord;
@@ -38,7 +38,6 @@ int ZUK_hw_init(ZUKCtx* library, ZUK_log_callback callback, void* user_data, ZUK
     ctx->homeDir = library->homeDir;
     ctx->log = new ZUKlog(kLogLevel, callback, user_data);
     ctx->tmpDir = new TemporaryDir(ctx->log, library->tmpDir->getBasePath());
-    ctx->returnCode = -1;
     HW_clearResults(ctx);
 
     if (ctx->tmpDir->init(L"zukhw") != 0) {

@@ -19,16 +19,16 @@ using HWInstance = std::list<HWField>;                  // as the scanner report
 // One hardware scan: what to look for, and what the last run found. Both maps hold an entry, possibly an
 // empty one, for every slot.
 struct ZUKHwCtx {
-    ZUKCtx* library;        // borrowed
-    ZUKlog* log;            // owned
-    TemporaryDir* tmpDir;   // owned
-    std::wstring initFile;  // a name reserved at creation; nothing is written to it
+    ZUKCtx* library = nullptr;       // borrowed
+    ZUKlog* log = nullptr;           // owned
+    TemporaryDir* tmpDir = nullptr;  // owned
+    std::wstring initFile;           // a name reserved at creation; nothing is written to it
     std::wstring homeDir;
-    unsigned char enabled[HW_GROUP_SLOTS];
+    unsigned char enabled[HW_GROUP_SLOTS] = {};
     std::map<int, std::vector<HWInstance>> results;
     // For each instance the names of its fields, pointing into `results`; null for one without fields.
     std::map<int, std::vector<const wchar_t**>> fields;
-    int returnCode;  // of the last scanner run; -1 when there is none to rely on
+    int returnCode = -1;  // of the last scanner run; -1 when there is none to rely on
 };
 
 // Gives both maps an empty entry for every slot, releasing what they held.

@@ -141,7 +141,7 @@ void ExpatParse::countDeclaration() {
 void ExpatParse::countDefaults(const XML_Char** attributes) {
     for (const XML_Char** text = attributes + XML_GetSpecifiedAttributeCount(parser_.get()); *text != nullptr;
          ++text) {
-        addedBytes_ += sizeof(Attribute) + std::strlen(*text);
+        addedBytes_ += sizeof(StringMap::Entry) + std::strlen(*text);
     }
     if (addedBytes_ > kMaxAddedBytes) stop("too many attribute defaults");
 }

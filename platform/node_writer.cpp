@@ -108,7 +108,7 @@ void putAttributes(Markup& out, const StringMap& attributes) {
 void putElement(Markup& out, const Node& node, std::vector<OpenElement>& open) {
     out.put('<');
     out.put(node.name.text);
-    putAttributes(out, *node.attributes);
+    if (node.attributes != nullptr) putAttributes(out, *node.attributes);
     const std::list<Node*>* children = nullptr;
     if (node.getChildren(&children) != 0 || children->empty()) {
         out.put("/>");

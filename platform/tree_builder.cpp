@@ -71,11 +71,11 @@ StringMap* TreeBuilder::makeAttributes(const char* const* attributes) {
     std::size_t count = 0;
     while (attributes[2 * count] != nullptr) ++count;
     Arena& arena = document_->arena;
-    auto* entries = static_cast<Attribute*>(arena.allocate(count * sizeof(Attribute)));
+    auto* entries = static_cast<StringMap::Entry*>(arena.allocate(count * sizeof(StringMap::Entry)));
     for (std::size_t i = 0; i < count; ++i) {
         const wchar_t* key = names_.widen(attributes[2 * i]);
         text_.add(attributes[2 * i + 1]);
-        new (&entries[i]) Attribute{key, text_.finish()};
+        new (&entries[i]) StringMap::Entry{key, text_.finish()};
     }
     return arena.make<StringMap>(entries, static_cast<int>(count));
 }

@@ -8,18 +8,18 @@
 // The tree of a parsed XML file and the reader that builds it. A tree belongs to its root: deleting the
 // root releases every node, attribute and text at once. Nodes below the root are never deleted singly.
 
-// One attribute; the characters belong to the tree.
-struct Attribute {
-    const wchar_t* key;
-    const wchar_t* value;
-};
-
 // An element's attributes, in document order.
 class StringMap {
   public:
+    // One attribute; the characters belong to the tree.
+    struct Entry {
+        const wchar_t* key;
+        const wchar_t* value;
+    };
+
     StringMap() noexcept : count(0), entries_(nullptr) {}
     // Borrows `entries`, an array of `size`.
-    StringMap(const Attribute* entries, int size) noexcept : count(size), entries_(entries) {}
+    StringMap(const Entry* entries, int size) noexcept : count(size), entries_(entries) {}
 
     // Sets both strings to views that are valid as long as the tree. Returns 0; 1 when there is no entry of
     // that index, and both keep their values.
@@ -33,7 +33,7 @@ class StringMap {
     int count;
 
   private:
-    const Attribute* entries_;
+    const Entry* entries_;
 };
 
 // One node of a tree. A plain Node is an element with an empty name, no attributes and no children.

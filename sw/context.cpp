@@ -15,7 +15,7 @@ enum Status { kOk = 0, kNoContext = 3, kNoRecord = 5, kNullOption = 7 };
 
 }  // namespace
 
-ZUKSwCtx::ZUKSwCtx() {}  // NOLINT(modernize-use-equals-default): leaves the plain members to ZUK_sw_init
+ZUKSwCtx::ZUKSwCtx() = default;
 
 void SW_deleteResults(ZUKSwCtx* ctx) {
     if (ctx == nullptr) return;
@@ -46,9 +46,6 @@ int ZUK_sw_init(ZUKCtx* libCtx, ZUK_log_callback callback, void* user_data, ZUKS
     ctx->homeDir = libCtx->homeDir;
     ctx->log = new ZUKlog(kLogLevel, callback, user_data);
     ctx->tmpDir = new TemporaryDir(ctx->log, libCtx->tmpDir->getBasePath());
-    ctx->lastRc = -1;
-    ctx->warningArray = nullptr;
-    ctx->resultArray = nullptr;
     if (ctx->tmpDir->init(L"zuksw") != 0) {
         traceMAX(ctx->log, "ZUK_sw_init", "Can't create temporary DIR: %S", ctx->tmpDir->getBasePath());
     }
@@ -86,9 +83,11 @@ int ZUK_sw_setopt_variable(ZUKSwCtx* ctx, const wchar_t* name, const wchar_t* va
 int ZUK_sw_free(ZUKSwCtx* ctx) {
     if (ctx == nullptr) return kNoContext;
     traceMAX(ctx->log, "ZUK_sw_free", "Deleting context");
-    ctx->tmpDir->deleteFiles(true);
-    delete ctx->tmpDir;
-    ctx->tmpDir = nullptr;
+    if (ctx->tmpDir != nullptr) {
+        ctx->tmpDir->deleteFiles(true);
+        delete ctx->tmpDir;
+        ctx->tmpDir = nullptr;
+    }
     delete ctx->log;
     ctx->log = nullptr;
     SW_deleteResults(ctx);

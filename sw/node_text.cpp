@@ -5,6 +5,7 @@
 
 const std::wstring& NodeText::of(const Node& node, int form) {
     buffer_.text.clear();
+    stream_.clear();  // what failed for another node does not fail for this one
     node.write(stream_, form);
     return buffer_.text;
 }

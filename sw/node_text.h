@@ -10,7 +10,8 @@ class Node;
 // object serves any number of nodes, so that a scan makes one stream and not one a node.
 class NodeText {
   public:
-    NodeText() : stream_(&buffer_) {}
+    // A failed allocation comes out of of() instead of cutting the text short.
+    NodeText() : stream_(&buffer_) { stream_.exceptions(std::ios::badbit); }
 
     // The text of the node and all below it; valid until the next call.
     const std::wstring& of(const Node& node, int form);

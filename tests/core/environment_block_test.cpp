@@ -44,6 +44,7 @@ const Case kCases[] = {
     {{"LD_LIBRARY_PATH="}, "LD_LIBRARY_PATH=/h:\0\0\0\0"s},
     {{"LD_LIBRARY_PATH=/a", "LD_LIBRARY_PATH=/b"},  // each one
      "LD_LIBRARY_PATH=/h:/a\0LD_LIBRARY_PATH=/h:/b\0\0\0\0"s},
+    {{"A=1", "", "B=2"}, "A=1\0B=2\0LD_LIBRARY_PATH=/h\0\0\0"s},          // an empty one would end the block
     {{"LD_LIBRARY_PATH"}, "LD_LIBRARY_PATH\0LD_LIBRARY_PATH=/h\0\0\0"s},  // not an assignment
     {{"LD_LIBRARY_PATH2=/a"}, "LD_LIBRARY_PATH2=/a\0LD_LIBRARY_PATH=/h\0\0\0"s},
     {{"ld_library_path=/a"}, "ld_library_path=/a\0LD_LIBRARY_PATH=/h\0\0\0"s},

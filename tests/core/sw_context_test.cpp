@@ -144,6 +144,10 @@ TEST_F(SwContext, DeleteResultsOfNullDoesNothing) {
     SUCCEED();
 }
 
+TEST_F(SwContext, FreeOfAContextWithoutADirectorySucceeds) {
+    EXPECT_EQ(0, ZUK_sw_free(new ZUKSwCtx));
+}
+
 TEST_F(SwContext, FreeSpeaksFirstAndFallsSilentWithItsLogger) {
     LogRecorder otherLog;
     ZUKSwCtx* other = nullptr;

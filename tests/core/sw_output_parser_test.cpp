@@ -5,6 +5,7 @@
 #include <memory>
 
 #include "frame/xml_parser.h"
+#include "sw/node_text.h"
 #include "tests/support/software_fixture.h"
 
 namespace {
@@ -152,6 +153,19 @@ TEST_F(SwOutputParser, WarningsAreAppendedAndTheArrayRebuilt) {
     parseWarnings("<W><Event/></W>");
     EXPECT_EQ(2u, ctx->warnings.size());
     EXPECT_EQ(ctx->warnings[0].c_str(), ctx->warningArray[0]);
+}
+
+TEST_F(SwOutputParser, TextThatFailedOnceDoesNotSilenceTheNext) {
+    struct Failing : Node {
+        void write(std::ostream& out, int /*mode*/) const override { out.setstate(std::ios::failbit); }
+    };
+    Failing failing;
+    failing.name = String(L"Event");
+    Node good;
+    good.name = String(L"Event");
+    NodeText text;
+    EXPECT_EQ(L"", text.of(failing, 1));
+    EXPECT_EQ(L"<Event/>", text.of(good, 1));
 }
 
 TEST_F(SwOutputParser, BothFilesGood) {

@@ -5,7 +5,7 @@
 #include "tests/support/reading.h"
 
 namespace {
-const Attribute kEntries[] = {{L"guid", L"1"}, {L"name", L"one"}};
+const StringMap::Entry kEntries[] = {{L"guid", L"1"}, {L"name", L"one"}};
 
 TEST(StringMap, IsEmptyByDefault) {
     EXPECT_EQ(0, StringMap().count);
