@@ -71,9 +71,11 @@ std::string DeviceNames::pciSubsystem(const std::string& vendor, const std::stri
     }
     const std::string name =
         pciName(vendor, device) + "sv0000" + upper(subVendor) + "sd0000" + upper(subDevice) + "bcFFscFFiFF";
+    // "Device (Subsystem)"; without an entry for the subsystem the database answers with the device.
     const std::string model = property(machine_, name, kModel);
-    // Without an entry for the subsystem the database answers with the device.
-    return model == pciDevice(vendor, device) ? "" : model;
+    const std::string head = pciDevice(vendor, device) + " (";
+    if (!startsWith(model, head) || !endsWith(model, ")")) return "";
+    return model.substr(head.size(), model.size() - head.size() - 1);
 }
 
 std::string DeviceNames::pciClass(const std::string& baseClass) {

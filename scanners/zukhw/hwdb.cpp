@@ -1,9 +1,8 @@
 #include "scanners/zukhw/hwdb.h"
 
 #include <endian.h>
-#include <fnmatch.h>
 
-#include <array>
+#include <bitset>
 #include <cstring>
 
 #include "scanners/zukhw/machine.h"
@@ -13,7 +12,8 @@ namespace {
 
 constexpr char kSignature[] = {'K', 'S', 'L', 'P', 'H', 'H', 'R', 'H'};
 constexpr std::size_t kMaxText = 4096;
-constexpr int kMaxNodes = 20000;  // of one search: a broken tree may run in circles
+constexpr std::size_t kMaxDepth = 512;
+constexpr std::size_t kMaxSteps = 20000;  // of one search: a broken tree may run in circles
 
 // The parts of the file, little-endian. Later versions make them longer at their ends.
 struct Header {
@@ -43,16 +43,57 @@ FileDescriptor openDatabase(Machine& machine) {
     return FileDescriptor();
 }
 
-bool isWildcard(char c) {
-    return c == '*' || c == '?' || c == '[';
-}
+// The places in a name up to which the beginning of a pattern can match it.
+constexpr std::size_t kMaxName = 255;
+using Places = std::bitset<kMaxName + 1>;
 
 }  // namespace
 
-struct Hwdb::Search {
-    std::string name;
-    Properties found;
-    int nodes = 0;
+// Walks the tree, and leaves every branch as soon as its pattern can match the name no more.
+class Hwdb::Search {
+  public:
+    Search(Hwdb& database, const std::string& name) : database_(database), length_(name.size()) {
+        for (std::size_t i = 0; i < name.size(); ++i) placesOf_[static_cast<unsigned char>(name[i])].set(i);
+    }
+
+    Properties run() {
+        visit(database_.rootOffset_, Places(1), 0);
+        return std::move(found_);
+    }
+
+  private:
+    // The places after one more character of the pattern.
+    Places after(char c, const Places& places) const {
+        if (c == '*') {
+            std::size_t first = 0;
+            while (first <= length_ && !places[first]) ++first;
+            return Places().set() << first;
+        }
+        if (c == '[') return Places();
+        const Places known = c == '?' ? places : places & placesOf_[static_cast<unsigned char>(c)];
+        return known << 1;
+    }
+
+    void visit(std::uint64_t offset, Places places, std::size_t depth) {
+        Node node;
+        if (++steps_ > kMaxSteps || depth > kMaxDepth || !database_.readNode(offset, &node)) return;
+        steps_ += node.prefix.size();
+        for (std::size_t i = 0; i < node.prefix.size() && places.any(); ++i)
+            places = after(node.prefix[i], places);
+        if (places.none()) return;
+        // Wildcards come before letters and digits: what is found later is more literal.
+        if (places[length_]) database_.addValues(node, &found_);
+        for (const auto& [character, child] : node.children) {
+            const Places next = after(character, places);
+            if (next.any()) visit(child, next, depth + 1);
+        }
+    }
+
+    Hwdb& database_;
+    std::size_t length_;
+    Places placesOf_[256];
+    Properties found_;
+    std::size_t steps_ = 0;
 };
 
 Hwdb::Hwdb(Machine& machine) : file_(openDatabase(machine)) {
@@ -69,74 +110,34 @@ Hwdb::Hwdb(Machine& machine) : file_(openDatabase(machine)) {
 }
 
 bool Hwdb::readNode(std::uint64_t offset, Node* node) {
-    constexpr std::uint64_t kMaxValues = 1024;
     NodeHead head;
     if (!file_.read(offset, &head, sizeof head)) return false;
     const std::uint64_t prefix = le64toh(head.prefixOffset);
-    const std::uint64_t values = le64toh(head.valueCount);
-    if (values > kMaxValues) return false;
     if (prefix != 0) node->prefix = file_.text(prefix, kMaxText);
     std::uint64_t at = offset + nodeSize_;
     for (unsigned i = 0; i < head.childCount; ++i, at += childSize_) {
         Child child;
         if (!file_.read(at, &child, sizeof child)) return false;
-        node->children[static_cast<char>(child.character)] = le64toh(child.offset);
+        node->children.emplace_back(static_cast<char>(child.character), le64toh(child.offset));
     }
-    for (std::uint64_t i = 0; i < values; ++i, at += valueSize_) node->values.push_back(at);
+    node->values = at;
+    node->valueCount = le64toh(head.valueCount);
     return true;
 }
 
-void Hwdb::addValues(const Node& node, Search* search) {
-    for (const std::uint64_t offset : node.values) {
+void Hwdb::addValues(const Node& node, Properties* found) {
+    constexpr std::uint64_t kMaxValues = 1024;
+    if (node.valueCount > kMaxValues) return;
+    for (std::uint64_t i = 0; i < node.valueCount; ++i) {
         Value value;
-        if (!file_.read(offset, &value, sizeof value)) continue;
+        if (!file_.read(node.values + i * valueSize_, &value, sizeof value)) return;
         const std::string key = file_.text(le64toh(value.keyOffset), kMaxText);
         // Keys begin with a blank; others are for the tools that made the file.
-        if (startsWith(key, " "))
-            search->found[key.substr(1)] = file_.text(le64toh(value.valueOffset), kMaxText);
+        if (startsWith(key, " ")) (*found)[key.substr(1)] = file_.text(le64toh(value.valueOffset), kMaxText);
     }
 }
 
 Hwdb::Properties Hwdb::lookup(const std::string& name) {
-    Search search;
-    search.name = name;
-    if (available()) walk(&search);
-    return search.found;
-}
-
-// Follows the name's own characters; wherever a pattern branches off, its subtree is tried by matching.
-void Hwdb::walk(Search* search) {
-    const std::string& name = search->name;
-    std::uint64_t offset = rootOffset_;
-    std::size_t at = 0;
-    while (++search->nodes < kMaxNodes) {
-        Node node;
-        if (!readNode(offset, &node)) return;
-        for (std::size_t i = 0; i < node.prefix.size(); ++i) {
-            if (isWildcard(node.prefix[i])) return matchPatterns(offset, i, name.substr(0, at + i), search);
-            if (at + i >= name.size() || node.prefix[i] != name[at + i]) return;
-        }
-        at += node.prefix.size();
-        for (const char wildcard : {'*', '?', '['}) {
-            const auto child = node.children.find(wildcard);
-            if (child == node.children.end()) continue;
-            matchPatterns(child->second, 0, name.substr(0, at) + wildcard, search);
-        }
-        if (at == name.size()) return addValues(node, search);
-        const auto child = node.children.find(name[at]);
-        if (child == node.children.end()) return;
-        offset = child->second;
-        ++at;
-    }
-}
-
-// Tries all patterns of the node and below it that begin with `pattern`, which the node's prefix continues
-// from its character `skip` on.
-void Hwdb::matchPatterns(std::uint64_t offset, std::size_t skip, const std::string& pattern, Search* search) {
-    Node node;
-    if (++search->nodes >= kMaxNodes || pattern.size() > kMaxText || !readNode(offset, &node)) return;
-    const std::string whole = pattern + node.prefix.substr(std::min(skip, node.prefix.size()));
-    for (const auto& [character, child] : node.children) matchPatterns(child, 0, whole + character, search);
-    if (node.values.empty()) return;
-    if (::fnmatch(whole.c_str(), search->name.c_str(), 0) == 0) addValues(node, search);
+    if (!available() || name.size() > kMaxName) return {};
+    return Search(*this, name).run();
 }

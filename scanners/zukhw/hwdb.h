@@ -3,6 +3,7 @@
 #include <cstdint>
 #include <map>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "scanners/zukhw/paged_file.h"
@@ -22,22 +23,22 @@ class Hwdb {
 
     bool available() const { return rootOffset_ != 0; }
 
-    // The properties of all patterns that match a name like "pci:v00008086d00001237sv*"; where several set
-    // the same, the longest match counts. Empty when none matches or the file is broken.
+    // The properties of all patterns that match a name like "pci:v00008086d00001237..."; where several set
+    // the same, the one that is more literal counts. Empty when none matches or the file is broken. Patterns
+    // with classes of characters, which no list of names has, are not followed.
     Properties lookup(const std::string& name);
 
   private:
     struct Node {
         std::string prefix;
-        std::map<char, std::uint64_t> children;  // by the next character: offsets of nodes
-        std::vector<std::uint64_t> values;       // offsets of entries
+        std::vector<std::pair<char, std::uint64_t>> children;  // next character, offset of the node
+        std::uint64_t values = 0;                              // offset of the first entry
+        std::uint64_t valueCount = 0;
     };
-    struct Search;
+    class Search;
 
     bool readNode(std::uint64_t offset, Node* node);
-    void walk(Search* search);
-    void matchPatterns(std::uint64_t offset, std::size_t skip, const std::string& pattern, Search* search);
-    void addValues(const Node& node, Search* search);
+    void addValues(const Node& node, Properties* found);
 
     PagedFile file_;
     std::uint64_t rootOffset_ = 0;

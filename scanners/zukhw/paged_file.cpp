@@ -46,10 +46,14 @@ bool PagedFile::read(std::uint64_t offset, void* to, std::size_t size) {
 
 std::string PagedFile::text(std::uint64_t offset, std::size_t limit) {
     std::string text;
-    char c = '\0';
-    while (text.size() < limit && read(offset + text.size(), &c, 1)) {
-        if (c == '\0') return text;
-        text += c;
+    while (offset <= kMaxOffset && text.size() < limit) {
+        const std::string& bytes = page(offset / kPage);
+        const std::size_t within = offset % kPage;
+        if (within >= bytes.size()) break;
+        const std::size_t end = std::min(bytes.find('\0', within), bytes.size());
+        text.append(bytes, within, end - within);
+        if (end < bytes.size()) return text.size() < limit ? text : "";
+        offset += end - within;
     }
     return "";
 }
