@@ -1,6 +1,7 @@
 #include "scanners/zukhw/block_devices.h"
 
 #include <algorithm>
+#include <set>
 
 #include "scanners/zukhw/device_path.h"
 #include "scanners/zukhw/machine.h"
@@ -23,6 +24,19 @@ std::string mappedBlock(Machine& machine, std::string_view name) {
 }
 
 }  // namespace
+
+std::vector<std::string> blockNames(Machine& machine) {
+    std::vector<std::string> names = machine.list("sys/class/block");
+    if (!names.empty()) return names;
+    // Copies may lack the class; the numbers lead to partitions as well.
+    std::set<std::string> found;
+    for (const std::string& disk : machine.list("sys/block")) found.insert(disk);
+    for (const std::string& number : machine.list("sys/dev/block"))
+        found.insert(blockNameOf(machine, number));
+    names.assign(found.begin(), found.end());
+    naturalSort(&names);
+    return names;
+}
 
 std::string blockNameOf(Machine& machine, const std::string& device) {
     return machine.linkName(kNumbers + device);

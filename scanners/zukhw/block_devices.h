@@ -8,6 +8,9 @@ class Machine;
 
 // How block devices are stacked. Names are those of /sys/class/block ("sda1", "dm-0").
 
+// All of them, disks and partitions, in natural order.
+std::vector<std::string> blockNames(Machine& machine);
+
 // The block device with this number ("8:1"), or empty.
 std::string blockNameOf(Machine& machine, const std::string& device);
 

@@ -36,6 +36,11 @@ std::string valueOf(const Settings& settings, const char* key) {
 KeyboardConfig::KeyboardConfig(Machine& machine) {
     const Settings console = readSettings(machine, "etc/vconsole.conf");
     consoleKeymap = valueOf(console, "KEYMAP");
+    consoleFont = valueOf(console, "FONT");
+    if (consoleKeymap.empty())
+        consoleKeymap = valueOf(readSettings(machine, "etc/sysconfig/keyboard"), "KEYTABLE");
+    if (consoleFont.empty())
+        consoleFont = valueOf(readSettings(machine, "etc/default/console-setup"), "FONT");
     Settings settings = readSettings(machine, "etc/default/keyboard");
     if (valueOf(settings, "XKBLAYOUT").empty())
         settings = console;  // recent versions of systemd keep them here

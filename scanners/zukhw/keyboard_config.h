@@ -13,4 +13,5 @@ struct KeyboardConfig {
     std::string variant;
     std::string model;
     std::string consoleKeymap;  // "de-latin1"
+    std::string consoleFont;    // "eurlatgr"
 };

@@ -1,7 +1,7 @@
 // The group Regional, and the rules of time zones and keyboard settings below it.
 #include <gtest/gtest.h>
 
-#include "scanners/zukhw/keyboard_settings.h"
+#include "scanners/zukhw/keyboard_config.h"
 #include "scanners/zukhw/posix_tz.h"
 #include "tests/zukhw/test_machine.h"
 
@@ -122,7 +122,7 @@ TEST(Regional, OfACopyHasTheOffsetOnlyWhereClocksAreNotChanged) {
         collectOne(machine, "Regional"));
 }
 
-TEST(KeyboardSettings, ComeFromTheConfigurationOfX) {
+TEST(KeyboardConfig, ComeFromTheConfigurationOfX) {
     TestMachine machine(
         "etc/X11/xorg.conf.d/00-keyboard.conf:\n"
         "\tSection \"InputClass\"\n"
@@ -130,7 +130,7 @@ TEST(KeyboardSettings, ComeFromTheConfigurationOfX) {
         "\t    Option \"XkbModel\" \"pc104\"\n"
         "\t    Option \"XkbVariant\"\n"
         "\tEndSection\n");
-    const KeyboardSettings settings(*machine);
+    const KeyboardConfig settings(*machine);
     EXPECT_EQ("us,de", settings.layout);
     EXPECT_EQ("pc104", settings.model);
     EXPECT_EQ("", settings.variant);

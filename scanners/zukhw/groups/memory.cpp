@@ -10,11 +10,11 @@
 #include "scanners/zukhw/meminfo.h"
 #include "scanners/zukhw/memory_array.h"
 #include "scanners/zukhw/numa_nodes.h"
-#include "scanners/zukhw/octal_escapes.h"
 #include "scanners/zukhw/page_size.h"
 #include "scanners/zukhw/parse.h"
 #include "scanners/zukhw/smbios.h"
 #include "scanners/zukhw/smbios_names.h"
+#include "scanners/zukhw/swaps.h"
 #include "scanners/zukhw/text.h"
 
 namespace {
@@ -108,18 +108,6 @@ void writeUse(const Meminfo& meminfo, GroupWriter& out) {
     out.number("SwapFreeBytes", meminfo.bytes("SwapFree"));
 }
 
-std::vector<std::string> swapDevices(Machine& machine) {
-    std::vector<std::string> names;
-    const std::string swaps = machine.text("proc/swaps");
-    for (const std::string_view line : lines(swaps)) {
-        const std::vector<std::string_view> columns = words(line);
-        if (columns.empty() || columns[0] == "Filename") continue;
-        names.push_back(decodeOctalEscapes(columns[0]));
-    }
-    std::sort(names.begin(), names.end());
-    return names;
-}
-
 std::optional<std::uint64_t> maximumCapacity(const SystemMemory& memory) {
     constexpr std::uint32_t kSeeExtended = 0x80000000;
     std::uint64_t total = 0;
@@ -168,7 +156,7 @@ void collectMemory(Machine& machine, GroupWriter& out) {
     out.beginInstance();
     writeInstalled(machine, memory, out);
     writeUse(meminfo, out);
-    out.list("SwapDevices", swapDevices(machine));
+    out.list("SwapDevices", machine.shared<Swaps>().paths());
     writeSlots(memory, out);
     out.number("NumaNodes", machine.shared<NumaNodes>().count);
     out.number("PageSizeBytes", machine.shared<PageSize>().bytes());

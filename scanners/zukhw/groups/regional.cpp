@@ -7,7 +7,7 @@
 #include "scanners/shared/bytes.h"
 #include "scanners/zukhw/collectors.h"
 #include "scanners/zukhw/group_writer.h"
-#include "scanners/zukhw/keyboard_settings.h"
+#include "scanners/zukhw/keyboard_config.h"
 #include "scanners/zukhw/locale_facts.h"
 #include "scanners/zukhw/machine.h"
 #include "scanners/zukhw/os_release.h"
@@ -128,7 +128,7 @@ std::optional<std::uint64_t> installedLocales(Machine& machine) {
 
 void collectRegional(Machine& machine, GroupWriter& out) {
     const Settings settings = localeSettings(machine);
-    const KeyboardSettings& keyboard = machine.shared<KeyboardSettings>();
+    const KeyboardConfig& keyboard = machine.shared<KeyboardConfig>();
     out.beginInstance();
     writeLocale(settings, out);
     out.text("TimeZone", timeZoneName(machine));

@@ -1,0 +1,148 @@
+#include <string>
+#include <utility>
+
+#include "scanners/zukhw/device_path.h"
+#include "scanners/zukhw/guests.h"
+#include "scanners/zukhw/machine.h"
+#include "scanners/zukhw/parse.h"
+#include "scanners/zukhw/text.h"
+
+namespace {
+
+constexpr std::uint64_t kMebibyte = std::uint64_t{1} << 20U;
+
+// "scsi0", "unused1" is none.
+bool isDisk(std::string_view key) {
+    for (const std::string_view bus : {"ide", "sata", "scsi", "virtio", "efidisk", "tpmstate", "mp"}) {
+        if (!startsWith(key, bus)) continue;
+        const std::string_view number = key.substr(bus.size());
+        if (!number.empty() && parseDecimal(number)) return true;
+    }
+    return key == "rootfs";
+}
+
+// The address in "virtio=BC:24:11:00:00:01,bridge=vmbr0" or "name=eth0,hwaddr=BC:24:11:00:00:01".
+std::string macIn(std::string_view value) {
+    constexpr std::size_t kLength = 17;
+    for (const std::string_view part : split(value, ',')) {
+        const std::string_view address = part.substr(part.find('=') + 1);
+        const bool good = address.size() == kLength && split(address, ':').size() == 6;
+        if (good) return toLower(address);
+    }
+    return "";
+}
+
+void setProxmoxField(Guest* guest, std::string_view key, std::string_view value) {
+    const bool isNetwork = startsWith(key, "net") && parseDecimal(key.substr(3)).has_value();
+    if (key == "name" || key == "hostname") guest->name = value;
+    if (key == "memory") {
+        const auto amount = parseDecimal(value);
+        if (amount && *amount <= UINT64_MAX / kMebibyte) guest->memoryBytes = *amount * kMebibyte;
+    }
+    if (key == "cores") guest->virtualCpus = parseDecimal(value);
+    if (key == "onboot") guest->autostart = value == "1";
+    if (key == "description") guest->description = value;
+    if (key == "smbios1" && value.find("uuid=") != std::string_view::npos) {
+        const std::string_view rest = value.substr(value.find("uuid=") + 5);
+        guest->uuid = toLower(rest.substr(0, rest.find(',')));
+    }
+    if (isNetwork && !macIn(value).empty()) guest->macAddresses.push_back(macIn(value));
+    if (isDisk(key) && value.find("media=cdrom") == std::string_view::npos)
+        guest->disks.emplace_back(value.substr(0, value.find(',')));
+}
+
+}  // namespace
+
+Guest parseProxmoxGuest(std::string_view text, bool isContainer) {
+    Guest guest;
+    guest.isContainer = isContainer;
+    guest.hypervisor = isContainer ? "lxc" : "kvm";
+    std::uint64_t sockets = 1;
+    for (const std::string_view line : lines(text)) {
+        if (startsWith(line, "[")) break;  // snapshots: what it once was
+        const std::size_t colon = line.find(':');
+        if (startsWith(line, "#") || colon == std::string_view::npos) continue;
+        const std::string_view key = line.substr(0, colon);
+        const std::string_view value = trim(line.substr(colon + 1));
+        if (key == "sockets") sockets = parseDecimal(value).value_or(1);
+        setProxmoxField(&guest, key, value);
+    }
+    if (!isContainer && guest.virtualCpus && sockets > 0 && *guest.virtualCpus <= UINT64_MAX / sockets)
+        *guest.virtualCpus *= sockets;
+    return guest;
+}
+
+Guest parseLxcGuest(std::string_view text) {
+    Guest guest;
+    guest.isContainer = true;
+    guest.hypervisor = "lxc";
+    for (const std::string_view line : lines(text)) {
+        const std::size_t equals = line.find('=');
+        if (equals == std::string_view::npos) continue;
+        const std::string_view key = trim(line.substr(0, equals));
+        const std::string_view value = trim(line.substr(equals + 1));
+        if (key == "lxc.uts.name" || key == "lxc.utsname") guest.name = value;
+        if (key == "lxc.rootfs.path" || key == "lxc.rootfs") guest.disks.emplace_back(value);
+        if (key == "lxc.start.auto") guest.autostart = value == "1";
+        const bool isAddress = startsWith(key, "lxc.net") && endsWith(key, ".hwaddr");
+        if (isAddress) guest.macAddresses.push_back(toLower(value));
+    }
+    return guest;
+}
+
+std::vector<Guest> readProxmoxGuests(Machine& machine) {
+    std::vector<Guest> guests;
+    for (const bool isContainer : {false, true}) {
+        const std::string directory = std::string("etc/pve/") + (isContainer ? "lxc" : "qemu-server");
+        if (!machine.exists(directory)) continue;
+        for (const std::string& name : machine.list(directory)) {
+            const std::string path = directory + '/' + name;
+            const auto text = endsWith(name, ".conf") ? machine.read(path) : std::nullopt;
+            if (!text) continue;
+            Guest guest = parseProxmoxGuest(*text, isContainer);
+            const std::string number = name.substr(0, name.find('.'));
+            if (guest.name.empty()) guest.name = number;
+            if (!isContainer) guest.running = machine.exists("run/qemu-server/" + number + ".pid");
+            guest.path = path;
+            guests.push_back(std::move(guest));
+        }
+    }
+    return guests;
+}
+
+std::vector<Guest> readLxcGuests(Machine& machine) {
+    const std::string directory = "var/lib/lxc";
+    std::vector<Guest> guests;
+    if (!machine.exists(directory)) return guests;
+    for (const std::string& name : machine.list(directory)) {
+        const std::string path = directory + '/' + name + "/config";
+        const auto text = machine.read(path);
+        if (!text) continue;
+        Guest guest = parseLxcGuest(*text);
+        guest.name = name;  // what it is started by; what it calls itself may be another
+        guest.path = path;
+        guests.push_back(std::move(guest));
+    }
+    return guests;
+}
+
+std::vector<Guest> readNspawnGuests(Machine& machine) {
+    const std::string directory = "var/lib/machines";
+    std::vector<Guest> guests;
+    if (!machine.exists(directory)) return guests;
+    for (const std::string& name : machine.list(directory)) {
+        const std::string path = directory + '/' + name;
+        const auto facts = machine.facts(path);
+        if (startsWith(name, ".") || !facts) continue;
+        const bool isImage = endsWith(name, ".raw") && facts->type == FileFacts::Type::Regular;
+        if (!isImage && facts->type != FileFacts::Type::Directory) continue;
+        Guest guest;
+        guest.name = isImage ? name.substr(0, name.size() - 4) : name;
+        guest.hypervisor = "systemd-nspawn";
+        guest.isContainer = true;
+        guest.running = machine.exists("run/systemd/machines/" + guest.name);
+        guest.path = path;
+        guests.push_back(std::move(guest));
+    }
+    return guests;
+}

@@ -1,0 +1,70 @@
+// Group "SoftwarePackages": one instance per package that is installed, by manager, name, architecture and
+// version.
+#include <algorithm>
+#include <string>
+#include <vector>
+
+#include "scanners/zukhw/collectors.h"
+#include "scanners/zukhw/group_writer.h"
+#include "scanners/zukhw/machine.h"
+#include "scanners/zukhw/natural_sort.h"
+#include "scanners/zukhw/package_databases.h"
+#include "scanners/zukhw/text.h"
+
+namespace {
+
+using Read = std::vector<Package> (*)(Machine&);
+
+// In the order of the managers' names.
+constexpr Read kManagers[] = {readApkPackages, readDpkgPackages, readOpkgPackages, readPacmanPackages,
+                              readRpmPackages};
+
+bool comesBefore(const Package& a, const Package& b) {
+    if (a.name != b.name) return naturalLess(a.name, b.name);
+    if (a.architecture != b.architecture) return naturalLess(a.architecture, b.architecture);
+    return naturalLess(a.version, b.version);
+}
+
+void writeOrigin(const Package& package, GroupWriter& out) {
+    const bool isRpm = package.manager == "rpm";
+    out.text("Vendor", package.vendor);
+    out.text("Maintainer", package.maintainer);
+    out.text("Summary", package.summary);
+    out.text(isRpm ? "Group" : "Section", package.section);
+    out.text("Source", package.source);
+    out.text("License", package.license);
+}
+
+void writeInstallation(const Package& package, GroupWriter& out) {
+    const bool isDpkg = package.manager == "dpkg";
+    out.number("InstalledBytes", package.installedBytes);
+    if (package.installTime) out.text("InstallDate", utcTime(*package.installTime).substr(0, 10));
+    if (isDpkg) out.boolean("Essential", package.essential);
+    if (isDpkg || package.manager == "pacman" || package.manager == "opkg")
+        out.boolean("Automatic", package.automatic);
+    if (isDpkg || package.manager == "opkg") out.boolean("Held", package.held);
+}
+
+void writePackage(const Package& package, GroupWriter& out) {
+    out.beginInstance();
+    out.text("Name", package.name);
+    out.text("Version", package.version);
+    if (package.manager == "rpm") {
+        out.text("Epoch", package.epoch);
+        out.text("Release", package.revision);
+    }
+    out.text("Architecture", package.architecture);
+    out.text("Manager", package.manager);
+    writeOrigin(package, out);
+    writeInstallation(package, out);
+}
+
+}  // namespace
+
+void collectSoftwarePackages(Machine& machine, GroupWriter& out) {
+    for (const Read read : kManagers) {
+        std::vector<Package> packages = read(machine);
+        std::sort(packages.begin(), packages.end(), comesBefore);
+        for (const Package& package : packages) writePackage(package, out);
+    }
+}

@@ -1,0 +1,16 @@
+#pragma once
+
+#include <vector>
+
+#include "scanners/shared/packages/package.h"
+
+class Machine;
+
+// The packages that each manager's database says are installed, in its order; empty when the manager is not
+// used here. What is broken in a database is skipped and counted. Nothing is written, locked or created.
+
+std::vector<Package> readDpkgPackages(Machine& machine);
+std::vector<Package> readRpmPackages(Machine& machine);
+std::vector<Package> readApkPackages(Machine& machine);
+std::vector<Package> readOpkgPackages(Machine& machine);
+std::vector<Package> readPacmanPackages(Machine& machine);

@@ -1,0 +1,148 @@
+#include "scanners/zukhw/unit_files.h"
+
+#include <algorithm>
+#include <map>
+#include <set>
+
+#include "scanners/zukhw/device_path.h"
+#include "scanners/zukhw/machine.h"
+#include "scanners/zukhw/natural_sort.h"
+#include "scanners/zukhw/text.h"
+
+namespace {
+
+constexpr std::string_view kSuffix = ".service";
+constexpr std::string_view kGenerated = "run/systemd/generator";
+
+// Where units are looked for, the highest first; what an administrator makes is in the first two.
+constexpr const char* kDirectories[] = {"etc/systemd/system",    "run/systemd/system",
+                                        "run/systemd/generator", "usr/lib/systemd/system",
+                                        "lib/systemd/system",    "run/systemd/generator.late"};
+constexpr std::size_t kByAdministrator = 2;
+
+struct Found {
+    std::string path;
+    std::string linkTarget;  // empty for a file
+};
+
+struct Units {
+    std::map<std::string, Found> byName;  // templates included
+    std::set<std::string> enabled;
+};
+
+bool isService(std::string_view name) {
+    return endsWith(name, kSuffix) && name.size() > kSuffix.size();
+}
+
+bool isTemplate(std::string_view name) {
+    return endsWith(name, "@.service");
+}
+
+// "getty@.service" of "getty@tty1.service"; empty when it is no instance.
+std::string templateOf(std::string_view name) {
+    const std::size_t at = name.find('@');
+    return at == std::string_view::npos ? "" : std::string(name.substr(0, at + 1)).append(kSuffix);
+}
+
+bool isMasked(const Found& found) {
+    return found.linkTarget == "/dev/null";
+}
+
+bool isAlias(const std::string& name, const Found& found) {
+    return !found.linkTarget.empty() && !isMasked(found) && baseName(found.linkTarget) != name;
+}
+
+void readDirectory(Machine& machine, const std::string& directory, bool byAdministrator, Units* units) {
+    for (const std::string& name : machine.list(directory)) {
+        const std::string path = directory + '/' + name;
+        if (byAdministrator && (endsWith(name, ".wants") || endsWith(name, ".requires"))) {
+            for (const std::string& wanted : machine.list(path)) {
+                if (isService(wanted)) units->enabled.insert(wanted);
+            }
+        }
+        if (!isService(name)) continue;
+        const Found found{path, machine.link(path)};
+        // A second name that was given to a unit enables it.
+        if (byAdministrator && isAlias(name, found)) units->enabled.emplace(baseName(found.linkTarget));
+        units->byName.emplace(name, found);
+    }
+}
+
+StartMode modeOf(const std::string& name, const Found& found, const UnitFacts& facts, const Units& units) {
+    if (startsWith(found.path, kGenerated)) return StartMode::Generated;
+    if (units.enabled.count(name) != 0) return StartMode::Enabled;
+    return facts.installable ? StartMode::Disabled : StartMode::Static;
+}
+
+ServiceUnit readUnit(Machine& machine, const std::string& name, const Found& found, const Units& units) {
+    ServiceUnit unit{name, found.path, StartMode::Masked, {}};
+    if (isMasked(found)) return unit;
+    if (isAlias(name, found)) {
+        unit.mode = StartMode::Alias;
+        return unit;
+    }
+    const auto text = machine.read(found.path);
+    if (text && text->empty()) return unit;  // an empty file masks like the link
+    unit.facts = parseUnitFile(text.value_or(""));
+    unit.mode = modeOf(name, found, unit.facts, units);
+    return unit;
+}
+
+// The program in "-/usr/bin/x --option": signs of how to start it stand before, quotes around it.
+std::string executableOf(std::string_view command) {
+    command.remove_prefix(std::min(command.find_first_not_of("@-:+!|"), command.size()));
+    if (!command.empty() && (command[0] == '"' || command[0] == '\'')) {
+        return std::string(command.substr(1, command.find(command[0], 1) - 1));
+    }
+    return std::string(command.substr(0, command.find_first_of(" \t")));
+}
+
+void setField(UnitFacts* facts, std::string_view section, std::string_view key, std::string_view value) {
+    if (section == "[Unit]" && key == "Description") facts->description = value;
+    if (section != "[Service]") return;
+    if (key == "User") facts->user = value;
+    if (key == "Type") facts->type = value;
+    if (key == "ExecStart" && facts->executable.empty()) facts->executable = executableOf(value);
+}
+
+}  // namespace
+
+UnitFacts parseUnitFile(std::string_view text) {
+    UnitFacts facts;
+    std::string_view section;
+    bool continues = false;  // the line before ended with a backslash: its start alone is of interest
+    for (const std::string_view whole : lines(text)) {
+        const std::string_view line = trim(whole);
+        const bool continued = continues;
+        const bool comment = startsWith(line, "#") || startsWith(line, ";");
+        if (!comment) continues = endsWith(line, "\\");
+        if (comment || continued) continue;
+        if (startsWith(line, "[")) section = line;
+        if (section == "[Install]") facts.installable = true;
+        const std::size_t equals = line.find('=');
+        if (equals == std::string_view::npos) continue;
+        std::string_view value = line.substr(equals + 1);
+        if (continues) value.remove_suffix(1);
+        setField(&facts, section, trim(line.substr(0, equals)), trim(value));
+    }
+    return facts;
+}
+
+std::vector<ServiceUnit> readServiceUnits(Machine& machine) {
+    Units units;
+    for (std::size_t i = 0; i < std::size(kDirectories); ++i) {
+        readDirectory(machine, kDirectories[i], i < kByAdministrator, &units);
+    }
+    std::vector<ServiceUnit> services;
+    for (const auto& [name, found] : units.byName) {
+        if (!isTemplate(name)) services.push_back(readUnit(machine, name, found, units));
+    }
+    for (const std::string& name : units.enabled) {
+        const auto found = units.byName.find(templateOf(name));
+        if (found == units.byName.end() || isTemplate(name) || units.byName.count(name) != 0) continue;
+        services.push_back(readUnit(machine, name, {found->second.path, ""}, units));
+    }
+    std::sort(services.begin(), services.end(),
+              [](const ServiceUnit& a, const ServiceUnit& b) { return naturalLess(a.name, b.name); });
+    return services;
+}
