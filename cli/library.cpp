@@ -13,11 +13,12 @@ constexpr int kNoTemporaryDirectory = 6;
 constexpr int kConfigurationNotWritten = 102;
 constexpr int kScannerFailed = 103;
 
-// Paths travel one byte a character.
-std::wstring widenPath(const std::string& path) {
+// The directory as the library takes it: one byte a character; quoted where it has blanks, since it becomes
+// part of a command line that is split at them.
+std::wstring homeArgument(const std::string& directory) {
     std::wstring wide;
-    for (const char byte : path) wide.push_back(static_cast<unsigned char>(byte));
-    return wide;
+    for (const char byte : directory) wide.push_back(static_cast<unsigned char>(byte));
+    return wide.find_first_of(L" \t") == std::wstring::npos ? wide : L'"' + wide + L'"';
 }
 
 void printMessage(int, int, void*, const char* location, const char* text) {
@@ -47,9 +48,9 @@ std::string scannerFailure(int exitStatus, const std::string& home) {
 
 Library::Library(std::optional<std::string> home, bool verbose)
     : home_(std::move(home)), log_(verbose ? printMessage : nullptr) {
-    const std::wstring wideHome = widenPath(home_.value_or(""));
+    const std::wstring argument = homeArgument(home_.value_or(""));
     ZUKCtx* context = nullptr;
-    const int status = ZUK_init("zuk", log_, nullptr, nullptr, home_ ? wideHome.c_str() : nullptr, &context);
+    const int status = ZUK_init("zuk", log_, nullptr, nullptr, home_ ? argument.c_str() : nullptr, &context);
     if (status == kNoTemporaryDirectory) {
         throw Failure(kScanFailed, withStatus("no private temporary directory could be created: set the "
                                               "environment variable TEMP to a directory you can write to",

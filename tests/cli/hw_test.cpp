@@ -71,6 +71,13 @@ TEST(Hw, APathBeyondAsciiIsAHomeLikeAnyOther) {
     EXPECT_EQ(0, zuk.run("hw --home " + zuk.path("größe")).status);
 }
 
+TEST(Hw, APathWithBlanksIsAHomeLikeAnyOther) {
+    const ZukProgram zuk;
+    zuk.installScannerThatFinds(kMachine);
+    std::filesystem::rename(zuk.path("home"), zuk.path("my home"));
+    EXPECT_EQ(0, zuk.run("hw --home '" + zuk.path("my home") + "'").status);
+}
+
 TEST(Hw, TextBeyondAsciiIsUtf8InAnyLocale) {
     const ZukProgram zuk;
     zuk.installScannerThatFinds("<Memory><Note>größe 漢字 \U0001F600</Note></Memory>");
