@@ -179,7 +179,8 @@ TEST(Keyboard, ReadsBitMapsOfNarrowWords) {
     const std::string narrow =
         "\tPRODUCT=11/1/1/ab41\n\tEV=120013\n"
         "\tKEY=4 2000000 3803078 f800d001 feffffdf ffefffff ffffffff fffffffe\n";
-    TestMachine machine(device("0", narrow) + "sbin/init = 7f 45 4c 46 01 01 01 00 00 00 00 00 00 00 00 00 02 00 28 00\n");
+    TestMachine machine(device("0", narrow) +
+                        "sbin/init = 7f 45 4c 46 01 01 01 00 00 00 00 00 00 00 00 00 02 00 28 00\n");
     EXPECT_EQ("true", collectOne(machine, "Keyboard").at("HasNumericPad"));
 }
 

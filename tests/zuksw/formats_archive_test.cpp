@@ -157,7 +157,8 @@ TEST(Archive, MembersBeforeTheDamageAreKept) {
 TEST(Archive, AMemberWithAWrongChecksumIsDamaged) {
     std::string bytes = pack(zip, {{"first", "some text that is long enough"}, {"second", "two"}});
     // The member's own header has 30 bytes, then its name and extra data, whose lengths stand at 26 and 28.
-    const std::size_t data = 30U + static_cast<unsigned char>(bytes[26]) + static_cast<unsigned char>(bytes[28]);
+    const std::size_t data =
+        30U + static_cast<unsigned char>(bytes[26]) + static_cast<unsigned char>(bytes[28]);
     bytes[data + 5] = static_cast<char>(bytes[data + 5] ^ 1);
     const Content content = read(bytes);
     ASSERT_GE(content.members.size(), 1U);
