@@ -40,6 +40,15 @@ std::vector<std::string> sortedNames(const RootedFs& fs, const std::string& dire
     return names;
 }
 
+std::string pathOf(std::initializer_list<std::string_view> names) {
+    std::string path;
+    for (const std::string_view name : names) {
+        if (!path.empty()) path += '/';
+        path += name;
+    }
+    return path;
+}
+
 bool endsWith(std::string_view text, std::string_view end) {
     return text.size() >= end.size() && text.substr(text.size() - end.size()) == end;
 }

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <initializer_list>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -42,5 +43,8 @@ void addPackages(PackageDatabase& database, PackageList part);
 
 // The names in a directory, sorted. An unreadable directory is a problem.
 std::vector<std::string> sortedNames(const RootedFs& fs, const std::string& directory, std::string* problem);
+
+// The names with a slash between each two.
+std::string pathOf(std::initializer_list<std::string_view> names);
 
 bool endsWith(std::string_view text, std::string_view end);

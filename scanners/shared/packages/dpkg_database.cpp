@@ -19,7 +19,7 @@ void readParts(const RootedFs& fs, const std::string& directory, PackageDatabase
     std::string problem;
     for (const std::string& name : sortedNames(fs, directory, &problem)) {
         if (endsWith(name, ".md5sums")) continue;
-        const std::string path = directory + "/" + name;
+        const std::string path = pathOf({directory, name});
         std::string text;
         const ReadStatus status = fs.read(path, &text, kMaxPackageFile);
         addProblem(database, problemText(status));
@@ -54,7 +54,7 @@ void forEachLine(const RootedFs& fs, const std::string& directory, std::string_v
     std::string text;
     for (const std::string& name : sortedNames(fs, directory, problem)) {
         if (!endsWith(name, end)) continue;
-        const ReadStatus status = fs.read(directory + "/" + name, &text, kMaxPackageFile);
+        const ReadStatus status = fs.read(pathOf({directory, name}), &text, kMaxPackageFile);
         if (problem->empty()) *problem = problemText(status);
         std::string_view rest = text;
         while (!rest.empty()) take(takeLine(rest), packageOfList(name));

@@ -19,9 +19,9 @@ std::string_view releaseVersion(std::string_view metainfo) {
 }
 
 std::string versionOf(const RootedFs& fs, const std::string& active, const std::string& id) {
-    const std::string share = active + "/files/share/";
-    for (const std::string& path :
-         {share + "metainfo/" + id + ".metainfo.xml", share + "appdata/" + id + ".appdata.xml"}) {
+    const std::string share = active + "/files/share";
+    for (const std::string& path : {pathOf({share, "metainfo", id}).append(".metainfo.xml"),
+                                    pathOf({share, "appdata", id}).append(".appdata.xml")}) {
         std::string text;
         if (fs.read(path, &text, kMaxMetainfo) != ReadStatus::Ok) continue;
         if (const std::string_view version = releaseVersion(text); !version.empty())
@@ -32,8 +32,7 @@ std::string versionOf(const RootedFs& fs, const std::string& active, const std::
 
 Package describe(const RootedFs& fs, const std::string& kind, const std::string& id,
                  const std::string& architecture, const std::string& branch) {
-    const std::string active =
-        std::string(kPlace) + "/" + kind + "/" + id + "/" + architecture + "/" + branch + "/active";
+    const std::string active = pathOf({kPlace, kind, id, architecture, branch, "active"});
     Package package;
     package.manager = "flatpak";
     package.name = id;
@@ -49,11 +48,11 @@ Package describe(const RootedFs& fs, const std::string& kind, const std::string&
 // Directories KIND/ID/ARCHITECTURE/BRANCH, and a link KIND/ID/current to one of them.
 void readKind(const RootedFs& fs, const std::string& kind, PackageDatabase& database) {
     std::string problem;
-    const std::string top = std::string(kPlace) + "/" + kind;
+    const std::string top = pathOf({kPlace, kind});
     for (const std::string& id : sortedNames(fs, top, &problem)) {
-        for (const std::string& architecture : sortedNames(fs, top + "/" + id, &problem)) {
+        for (const std::string& architecture : sortedNames(fs, pathOf({top, id}), &problem)) {
             if (architecture == "current") continue;
-            for (const std::string& branch : sortedNames(fs, top + "/" + id + "/" + architecture, &problem)) {
+            for (const std::string& branch : sortedNames(fs, pathOf({top, id, architecture}), &problem)) {
                 Package package = describe(fs, kind, id, architecture, branch);
                 if (fs.exists(package.path)) database.list.packages.push_back(std::move(package));
             }

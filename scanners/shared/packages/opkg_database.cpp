@@ -30,7 +30,7 @@ std::string ownOpkg(const RootedFs& fs, const PackagePlaces& /*places*/, const T
         const std::string directory = std::string(place) + "/info";
         for (const std::string& name : sortedNames(fs, directory, &problem)) {
             if (!endsWith(name, ".list")) continue;
-            const ReadStatus status = fs.read(directory + "/" + name, &text, kMaxPackageFile);
+            const ReadStatus status = fs.read(pathOf({directory, name}), &text, kMaxPackageFile);
             if (problem.empty()) problem = problemText(status);
             std::string_view rest = text;
             while (!rest.empty()) {

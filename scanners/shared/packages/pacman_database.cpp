@@ -21,7 +21,7 @@ std::optional<PackageDatabase> readPacman(const RootedFs& fs, const PackagePlace
     if (!fs.exists(database.path)) return std::nullopt;
     std::string problem;
     for (const std::string& name : sortedNames(fs, database.path, &problem)) {
-        const std::string path = database.path + "/" + name + "/desc";
+        const std::string path = pathOf({database.path, name, "desc"});
         std::string text;
         const ReadStatus status = fs.read(path, &text, kMaxPackageFile);
         if (status == ReadStatus::Missing) continue;  // the file that tells the database's version
@@ -44,7 +44,7 @@ std::string ownPacman(const RootedFs& fs, const PackagePlaces& places, const Tak
     std::string text;
     const std::string directory = placeOf(places);
     for (const std::string& name : sortedNames(fs, directory, &problem)) {
-        const ReadStatus status = fs.read(directory + "/" + name + "/files", &text, kMaxPackageFile);
+        const ReadStatus status = fs.read(pathOf({directory, name, "files"}), &text, kMaxPackageFile);
         if (status == ReadStatus::Missing) continue;
         if (problem.empty()) problem = problemText(status);
         forEachPacmanPath(

@@ -19,7 +19,7 @@ bool splitName(std::string_view file, std::string* name, std::string* revision) 
 Package describe(const RootedFs& fs, const std::string& name, const std::string& revision) {
     Package package;
     for (const char* mount : kMounts) {
-        const std::string path = std::string(mount) + "/" + name + "/" + revision + "/meta/snap.yaml";
+        const std::string path = pathOf({mount, name, revision, "meta/snap.yaml"});
         std::string text;
         if (fs.read(path, &text, kMaxPackageFile) != ReadStatus::Ok) continue;
         package = parseSnapYaml(text);
@@ -36,7 +36,7 @@ Package describe(const RootedFs& fs, const std::string& name, const std::string&
 bool isCurrent(const RootedFs& fs, const std::string& name, const std::string& revision) {
     for (const char* mount : kMounts) {
         std::string target;
-        if (fs.readLink(std::string(mount) + "/" + name + "/current", &target) == ReadStatus::Ok)
+        if (fs.readLink(pathOf({mount, name, "current"}), &target) == ReadStatus::Ok)
             return target == revision;
     }
     return true;

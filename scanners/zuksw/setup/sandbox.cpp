@@ -127,8 +127,8 @@ bool addRules(scmp_filter_ctx filter) {
     // Threads yes, processes no. The flags of clone3 lie in memory, where a filter cannot look; without it
     // the C library falls back to clone.
     if (seccomp_rule_add(filter, SCMP_ACT_ERRNO(ENOSYS), SCMP_SYS(clone3), 0) != 0) return false;
-    return seccomp_rule_add(filter, SCMP_ACT_ERRNO(EPERM), SCMP_SYS(clone), 1,
-                            SCMP_A0(SCMP_CMP_MASKED_EQ, CLONE_THREAD, 0)) == 0;
+    const scmp_arg_cmp noThread = {0, SCMP_CMP_MASKED_EQ, CLONE_THREAD, 0};
+    return seccomp_rule_add_array(filter, SCMP_ACT_ERRNO(EPERM), SCMP_SYS(clone), 1, &noThread) == 0;
 }
 
 bool filterCalls() {
