@@ -37,6 +37,8 @@ std::unique_ptr<Check> makeAtLeast(ConditionReader& attributes, DetectReader& re
 std::unique_ptr<Check> makeFile(ConditionReader& attributes, DetectReader& reader);
 std::unique_ptr<Check> makeContent(ConditionReader& attributes, DetectReader& reader);
 std::unique_ptr<Check> makeValue(ConditionReader& attributes, DetectReader& reader);
+std::unique_ptr<Check> makeMember(ConditionReader& attributes, DetectReader& reader);
+std::unique_ptr<Check> makePackage(ConditionReader& attributes, DetectReader& reader);
 std::unique_ptr<Check> makeElf(ConditionReader& attributes, DetectReader& reader);
 std::unique_ptr<Check> makeLibrary(ConditionReader& attributes, DetectReader& reader);
 std::unique_ptr<Check> makeTag(ConditionReader& attributes, DetectReader& reader);

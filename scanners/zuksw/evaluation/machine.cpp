@@ -24,8 +24,8 @@ Causes Machine::takeBytes(std::uint64_t count) {
     return toCauses(Cause::kTooLarge);
 }
 
-Text Machine::ownerOf(const std::string& /*path*/) {
-    return {};
+Text Machine::ownerOf(const std::string& path) {
+    return packages.ownerOf(path, *this);
 }
 
 }  // namespace zuksw

@@ -14,6 +14,7 @@
 #include "scanners/zuksw/setup/budget.h"
 #include "scanners/zuksw/setup/configuration.h"
 #include "scanners/zuksw/sources/library_paths.h"
+#include "scanners/zuksw/sources/packages.h"
 #include "scanners/zuksw/sources/process_table.h"
 #include "scanners/zuksw/sources/system_facts.h"
 #include "scanners/zuksw/sources/tags.h"
@@ -44,6 +45,7 @@ class Machine {
     ProcessTable processes;
     LibraryPaths libraries;
     Tags tags;
+    Packages packages;
     Outcomes* outcomes = nullptr;  // of the signatures evaluated so far
 
     std::atomic<std::uint64_t> opened{0};

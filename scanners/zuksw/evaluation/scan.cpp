@@ -6,7 +6,7 @@
 namespace zuksw {
 
 void scan(const SignatureSet& signatures, unsigned threads, Machine* machine, Outcomes* outcomes) {
-    Demand demand{machine->files, false};
+    Demand demand{machine->files, machine->packages, false};
     for (const Signature& signature : signatures.signatures()) {
         if (signature.valid) signature.detect->demand(&demand);
     }
