@@ -11,6 +11,8 @@
 #include <cerrno>
 #include <memory>
 
+#include "scanners/shared/affix.h"
+
 namespace {
 
 constexpr int kMaxLinks = 40;  // as the kernel's own limit
@@ -20,10 +22,6 @@ constexpr std::size_t kFirstRead = 4096;
 std::string relative(std::string_view path) {
     path.remove_prefix(std::min(path.find_first_not_of('/'), path.size()));
     return path.empty() ? std::string(".") : std::string(path);
-}
-
-bool startsWith(std::string_view text, std::string_view prefix) {
-    return text.substr(0, prefix.size()) == prefix;
 }
 
 // The kernel makes these files itself: none of them is a device node or a pipe, whatever users do.

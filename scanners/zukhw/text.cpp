@@ -93,14 +93,6 @@ std::string toLower(std::string_view text) {
     return lower;
 }
 
-bool startsWith(std::string_view text, std::string_view prefix) {
-    return text.substr(0, prefix.size()) == prefix;
-}
-
-bool endsWith(std::string_view text, std::string_view suffix) {
-    return text.size() >= suffix.size() && text.substr(text.size() - suffix.size()) == suffix;
-}
-
 std::string utcTime(long long seconds) {
     constexpr long long kFirst = -62135596800;  // 0001-01-01
     constexpr long long kLast = 253402300799;   // 9999-12-31

@@ -4,6 +4,8 @@
 #include <string_view>
 #include <vector>
 
+#include "scanners/shared/affix.h"
+
 // Text as it is reported: UTF-8, XML characters only, no control characters, no blanks at either end, one
 // space for each inner run of blanks.
 std::string cleanText(std::string_view bytes);
@@ -21,9 +23,6 @@ std::vector<std::string_view> words(std::string_view text);
 std::string_view trim(std::string_view text);
 
 std::string toLower(std::string_view text);
-
-bool startsWith(std::string_view text, std::string_view prefix);
-bool endsWith(std::string_view text, std::string_view suffix);
 
 // "2026-11-20T22:05:45Z" of seconds since 1970; empty outside the years 1 to 9999.
 std::string utcTime(long long seconds);

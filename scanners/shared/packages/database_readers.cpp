@@ -48,7 +48,3 @@ std::string pathOf(std::initializer_list<std::string_view> names) {
     }
     return path;
 }
-
-bool endsWith(std::string_view text, std::string_view end) {
-    return text.size() >= end.size() && text.substr(text.size() - end.size()) == end;
-}

@@ -5,6 +5,7 @@
 #include <string>
 #include <string_view>
 
+#include "scanners/shared/affix.h"
 #include "scanners/shared/packages/databases.h"
 
 // One pair of functions a manager. `read...`: no value when the machine has no such database. `own...` calls
@@ -46,5 +47,3 @@ std::vector<std::string> sortedNames(const RootedFs& fs, const std::string& dire
 
 // The names with a slash between each two.
 std::string pathOf(std::initializer_list<std::string_view> names);
-
-bool endsWith(std::string_view text, std::string_view end);
