@@ -15,9 +15,8 @@ constexpr Names kUnits[] = {L"Bits",        L"Bytes",        L"Count",      L"Cy
 constexpr Names kNumbers[] = {
     // order and place
     L"Index", L"SocketId", L"DieId", L"ClusterId", L"CoreId", L"DrawerId", L"BookId", L"ThreadIndex",
-    L"NumaNode", L"NumaNodes", L"InterfaceIndex", L"PortNumber", L"VlanId", L"Number", L"BusNumber",
-    L"DeviceNumber", L"NamespaceId", L"Irq", L"Dma", L"PartitionId", L"PoolId", L"UserId", L"GroupId",
-    L"MainPid",
+    L"NumaNode", L"InterfaceIndex", L"PortNumber", L"VlanId", L"Number", L"BusNumber", L"DeviceNumber",
+    L"NamespaceId", L"Irq", L"Dma", L"PartitionId", L"PoolId", L"UserId", L"GroupId", L"MainPid",
     // processors and memory
     L"Cores", L"Threads", L"OnlineThreads", L"CoresEnabled", L"PerformanceCores", L"EfficiencyCores",
     L"ThreadsPerCore", L"BogoMips", L"SlotsTotal", L"SlotsUsed", L"HugePagesTotal", L"Rank", L"VirtualCpus",
