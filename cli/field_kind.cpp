@@ -39,8 +39,7 @@ constexpr Names kNumbers[] = {
     L"AddressSpaceRandomization", L"SoftNoFile", L"HardNoFile", L"SoftNProc", L"HardNProc", L"Entropy",
     L"Load1", L"Load5", L"Load15", L"RunnableTasks", L"TotalTasks", L"ContextSwitches", L"Interrupts",
     L"ProcessesCreated", L"ProcessesRunning", L"ProcessesBlocked", L"CpuPressureAvg10",
-    L"MemoryPressureAvg10", L"IoPressureAvg10", L"PowerVmPurr", L"EntitledUse", L"PowerVmPurr",
-    L"EntitledUse",
+    L"MemoryPressureAvg10", L"IoPressureAvg10", L"PowerVmPurr", L"EntitledUse",
     // the scan
     L"InstancesTotal", L"SourcesDenied", L"SourcesMissing", L"ItemsMalformed"};
 
