@@ -44,6 +44,8 @@ ZUKlocation::ZUKlocation(ZUKlog* logger, const char* exploiter, const wchar_t* h
     traceMAX(log, "ZUKLocation::ZUKLocation()", "ZUK location [%S]", location.c_str());
 }
 
+ZUKlocation::~ZUKlocation() = default;
+
 std::wstring ZUKlocation::getLocation() {
     return location;
 }

@@ -11,6 +11,7 @@ class ZUKlocation {
     // Resolves the directory at once. `logger` and `homeDir` may be null; the search does not depend on
     // `exploiter`.
     ZUKlocation(ZUKlog* logger, const char* exploiter, const wchar_t* homeDir);
+    ~ZUKlocation();
 
     // The resolved directory, normalised; empty when none is known.
     std::wstring getLocation();
