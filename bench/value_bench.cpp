@@ -29,6 +29,7 @@ const wchar_t* walk(const HWInstance& instance, const wchar_t* name) {
 // A context as a run with one instance of 30 fields leaves it; its names are as long as real ones.
 void fill(ZUKHwCtx& ctx, ZUKlog& log) {
     ctx.log = &log;
+    ctx.returnCode = 0;
     ctx.enabled[kMemory] = 1;
     HWInstance instance;
     for (int i = 0; i < kFields; ++i) {
