@@ -6,26 +6,14 @@
 #include <sstream>
 
 #include "hw/context.h"
+#include "tests/support/expected_config.h"
 #include "tests/support/hardware_fixture.h"
 
 namespace {
 
-constexpr char kHead[] =
-    "<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n"
-    "<!-- Scanner configuration, written by the zuk library.\n"
-    "    Copyright the zuk authors.\n"
-    "    Licensed under the Apache License, Version 2.0 (the License);\n"
-    "    you may not use this file except in compliance with the License.\n"
-    "    You may obtain a copy of the License at\n"
-    "    http://www.apache.org/licenses/LICENSE-2.0 -->\n"
-    "<KAV xmlns:xsi=\"http://www.w3.org/2001/XMLSchema-instance\" "
-    "xsi:noNamespaceSchemaLocation=\"zukcli.xsd\">\n"
-    "    <ZUK>\n"
-    "\t\t<Hardware version=\"1.0\">\n";
-constexpr char kFoot[] =
-    "\t\t</Hardware>\n"
-    "    </ZUK>\n"
-    "</KAV>\n";
+std::string expected(const std::string& lines) {
+    return expectedConfig("\t\t<Hardware version=\"1.0\">\n" + lines + "\t\t</Hardware>\n");
+}
 
 class HwConfigFile : public HardwareFixture {
   protected:
@@ -37,7 +25,7 @@ class HwConfigFile : public HardwareFixture {
 };
 
 TEST_F(HwConfigFile, WithoutGroups) {
-    EXPECT_EQ(std::string(kHead) + kFoot, generated());
+    EXPECT_EQ(expected(""), generated());
 }
 
 TEST_F(HwConfigFile, WithoutGroupsHas13Lines) {
@@ -48,33 +36,32 @@ TEST_F(HwConfigFile, WithoutGroupsHas13Lines) {
 TEST_F(HwConfigFile, NamesTheEnabledGroupsByTheirConfigurationNames) {
     ZUK_hw_setopt(ctx, 4, 1);
     ZUK_hw_setopt(ctx, 3, 1);
-    EXPECT_EQ(
-        std::string(kHead) + "\t\t<Group Name=\"Memory\"/>\n\t\t<Group Name=\"Operating System\"/>\n" + kFoot,
-        generated());
+    EXPECT_EQ(expected("\t\t<Group Name=\"Memory\"/>\n\t\t<Group Name=\"Operating System\"/>\n"),
+              generated());
 }
 
 TEST_F(HwConfigFile, NumbersWithoutAGroupHaveNoLine) {
     for (const int group : {17, 18, 33}) ZUK_hw_setopt(ctx, group, 1);
-    EXPECT_EQ(std::string(kHead) + kFoot, generated());
+    EXPECT_EQ(expected(""), generated());
 }
 
 TEST_F(HwConfigFile, AllGroupsInCatalogueOrder) {
     ZUK_hw_setopt(ctx, 0, 1);
-    std::string expected = kHead;
+    std::string lines;
     for (const HWGroup* group = HW_GROUPS; group->configName != nullptr; ++group) {
-        expected += "\t\t<Group Name=\"" + std::string(group->configName) + "\"/>\n";
+        lines += "\t\t<Group Name=\"" + std::string(group->configName) + "\"/>\n";
     }
-    EXPECT_EQ(expected + kFoot, generated());
+    EXPECT_EQ(expected(lines), generated());
 }
 
 TEST_F(HwConfigFile, OnlyAFlagOf1Counts) {
     ctx->enabled[3] = 2;
-    EXPECT_EQ(std::string(kHead) + kFoot, generated());
+    EXPECT_EQ(expected(""), generated());
 }
 
 TEST_F(HwConfigFile, EarlierContentIsReplaced) {
     folder.file("config.xml", std::string(100000, 'x'));
-    EXPECT_EQ(std::string(kHead) + kFoot, generated());
+    EXPECT_EQ(expected(""), generated());
 }
 
 TEST_F(HwConfigFile, MissingDirectoryIs102WithoutAMessage) {

@@ -4,26 +4,14 @@
 
 #include <algorithm>
 
+#include "tests/support/expected_config.h"
 #include "tests/support/software_fixture.h"
 
 namespace {
 
-constexpr char kHead[] =
-    "<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n"
-    "<!-- Scanner configuration, written by the zuk library.\n"
-    "    Copyright the zuk authors.\n"
-    "    Licensed under the Apache License, Version 2.0 (the License);\n"
-    "    you may not use this file except in compliance with the License.\n"
-    "    You may obtain a copy of the License at\n"
-    "    http://www.apache.org/licenses/LICENSE-2.0 -->\n"
-    "<KAV xmlns:xsi=\"http://www.w3.org/2001/XMLSchema-instance\" "
-    "xsi:noNamespaceSchemaLocation=\"zukcli.xsd\">\n"
-    "    <ZUK>\n"
-    "\t\t<XSE version=\"1.0\">\n";
-constexpr char kFoot[] =
-    "\t\t</XSE>\n"
-    "    </ZUK>\n"
-    "</KAV>\n";
+std::string expected(const std::string& lines) {
+    return expectedConfig("\t\t<XSE version=\"1.0\">\n" + lines + "\t\t</XSE>\n");
+}
 
 class SwConfigFile : public SoftwareFixture {
   protected:
@@ -36,7 +24,7 @@ class SwConfigFile : public SoftwareFixture {
 };
 
 TEST_F(SwConfigFile, WithoutOptions) {
-    EXPECT_EQ(std::string(kHead) + kFoot, created());
+    EXPECT_EQ(expected(""), created());
 }
 
 TEST_F(SwConfigFile, WithoutOptionsHas13Lines) {
@@ -66,12 +54,12 @@ TEST_F(SwConfigFile, VariablesInMapOrderBeforePlugins) {
         "\t\t\t\t\t<Attribute name=\"y\" value=\"2\"/>\n"
         "\t\t\t\t</Plugin>\n"
         "\t\t\t</Plugins>\n";
-    EXPECT_EQ(std::string(kHead) + kOptions + kFoot, created());
+    EXPECT_EQ(expected(kOptions), created());
 }
 
 TEST_F(SwConfigFile, PluginWithoutAttributesHasNoRow) {
     ctx->pluginConfig[L"p"];
-    EXPECT_EQ(std::string(kHead) + "\t\t\t<Plugins>\n\t\t\t</Plugins>\n" + kFoot, created());
+    EXPECT_EQ(expected("\t\t\t<Plugins>\n\t\t\t</Plugins>\n"), created());
 }
 
 struct ValueCase {
