@@ -1,13 +1,13 @@
 #include "cli/failure.h"
 #include "cli/group_page.h"
+#include "cli/hardware_scan.h"
 #include "cli/json.h"
-#include "cli/library.h"
 #include "cli/subcommand.h"
 #include "cli/text.h"
 
 namespace {
 
-std::string runGroups(const Options& options) {
+Answer runGroups(const Options& options) {
     if (!options.operands.empty()) {
         throw Failure(kWrongUsage, "\"zuk groups\" takes no GROUP: \"zuk hw GROUP\" scans one");
     }

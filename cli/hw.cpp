@@ -1,8 +1,8 @@
 #include "cli/group_choice.h"
 #include "cli/group_page.h"
+#include "cli/hardware_scan.h"
 #include "cli/home.h"
 #include "cli/json.h"
-#include "cli/library.h"
 #include "cli/subcommand.h"
 #include "cli/text.h"
 
@@ -18,7 +18,7 @@ std::vector<Group> scanHardware(const Options& options) {
     return groups;
 }
 
-std::string runHw(const Options& options) {
+Answer runHw(const Options& options) {
     const std::vector<Group> groups = scanHardware(options);
     return options.json ? inventoryAsJson(groups) : toUtf8(inventoryAsText(groups, standardPage()));
 }

@@ -5,15 +5,9 @@
 #include <memory>
 #include <optional>
 #include <string>
-#include <vector>
-
-#include "cli/inventory.h"
 
 struct ReleaseLibrary {
     void operator()(ZUKCtx* context) const { ZUK_free(context); }
-};
-struct ReleaseHardwareScan {
-    void operator()(ZUKHwCtx* context) const { ZUK_hw_free(context); }
 };
 
 // The library, opened for this program. Throws Failure when it cannot be.
@@ -33,20 +27,12 @@ class Library {
     std::unique_ptr<ZUKCtx, ReleaseLibrary> context_;
 };
 
-// One hardware scan. The library must outlive it.
-class HardwareScan {
-  public:
-    explicit HardwareScan(const Library& library);
+// The message with the library's status behind it.
+std::string withStatus(const std::string& message, int status);
 
-    // Every group there is, by its number, without instances.
-    std::vector<Group> groups() const;
-    void enable(const Group& group);
-    // Throws Failure with the remedy.
-    void run();
-    // Fills in what the last run found.
-    void read(Group& group) const;
+// Throws Failure when a call that cannot fail here has failed.
+void require(int status, const char* call);
 
-  private:
-    const Library& library_;
-    std::unique_ptr<ZUKHwCtx, ReleaseHardwareScan> context_;
-};
+// Why a scanner that ended so gave no result. what: "hardware scanner"; program: "zukhw".
+std::string scannerFailure(const std::string& what, const std::string& program, int exitStatus,
+                           const Library& library);

@@ -38,14 +38,14 @@ const Subcommand& findSubcommand(const std::string& name) {
 
 // What the command line asks for. Everything that the library holds is released when it returns, so that
 // nothing is left behind when writing the answer ends the program.
-std::string answer(const std::vector<std::string>& words) {
+Answer answer(const std::vector<std::string>& words) {
     if (words.empty()) throw Failure(kWrongUsage, "a command is missing: \"zuk --help\" lists them");
     if (words[0] == "--help" || words[0] == "-h") return help();
-    if (words[0] == "--version") return "zuk " ZUK_VERSION "\n";
+    if (words[0] == "--version") return std::string("zuk " ZUK_VERSION "\n");
 
     const Subcommand& subcommand = findSubcommand(words[0]);
     const Options options = parseOptions({words.begin() + 1, words.end()});
-    if (options.help) return subcommand.help;
+    if (options.help) return std::string(subcommand.help);
     const EndingSignals signals;
     return subcommand.run(options);
 }
@@ -62,7 +62,9 @@ int main(int argc, char** argv) {
     // The output is UTF-8 whatever the user's locale; the library's messages come in the same encoding.
     std::setlocale(LC_CTYPE, "C.UTF-8");
     try {
-        writeStandardOutput(answer({argv + 1, argv + argc}));
+        const Answer said = answer({argv + 1, argv + argc});
+        writeStandardOutput(said.out);
+        std::fputs(said.remarks.c_str(), stderr);
         return 0;
     } catch (const Failure& failure) {
         return fail(failure.exitStatus, failure.what());
