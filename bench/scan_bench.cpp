@@ -1,0 +1,133 @@
+// What does a scan of this machine cost beside opening, reading and closing the files that it reads, and
+// beside other tools?
+#include <fcntl.h>
+#include <unistd.h>
+
+#include <algorithm>
+#include <cstdio>
+#include <cstdlib>
+#include <fstream>
+
+#include "bench/support/measure.h"
+#include "bench/support/program_run.h"
+#include "bench/support/scratch_file.h"
+#include "bench/support/traced_run.h"
+#include "hw/catalogue.h"
+
+namespace {
+constexpr char kCheapGroup[] = "Operating System";
+constexpr int kToolRounds = 5;  // of the other tools, some of which take seconds
+
+struct Subject {
+    std::string label;
+    std::vector<std::string> words;
+    int rounds;
+    std::vector<double> ratios = {};
+    std::vector<ProgramRun> runs = {};
+};
+
+void writeConfig(const std::string& path, const std::vector<std::string>& groups) {
+    std::ofstream config(path);
+    config << "<KAV><ZUK><Hardware>";
+    for (const std::string& group : groups) config << "<Group Name=\"" << group << "\"/>";
+    config << "</Hardware></ZUK></KAV>";
+}
+
+std::vector<std::string> allGroups() {
+    std::vector<std::string> names;
+    for (const HWGroup* group = HW_GROUPS; group->id != HW_GROUP_SLOTS; ++group) {
+        names.emplace_back(group->configName);
+    }
+    return names;
+}
+
+bool startsWith(const std::string& text, const char* start) {
+    return text.rfind(start, 0) == 0;
+}
+
+// The part of what a scan reads that nothing could do without: no libraries, no settings, no name tables.
+std::vector<std::string> floorFiles(const TracedRun& scan) {
+    std::vector<std::string> files;
+    for (const std::string& file : scan.filesRead) {
+        const bool counts = startsWith(file, "/proc/") || startsWith(file, "/sys/");
+        if (counts || file == "/var/lib/dpkg/status") files.push_back(file);
+    }
+    return files;
+}
+
+void readToTheEnd(const std::vector<std::string>& files) {
+    static char buffer[64 * 1024];
+    for (const std::string& file : files) {
+        const int descriptor = open(file.c_str(), O_RDONLY | O_CLOEXEC);
+        if (descriptor < 0) continue;
+        while (read(descriptor, buffer, sizeof buffer) > 0) {
+        }
+        close(descriptor);
+    }
+}
+
+double medianOf(const std::vector<ProgramRun>& runs, double ProgramRun::*figure) {
+    std::vector<double> values;
+    for (const ProgramRun& run : runs) values.push_back(run.*figure);
+    return median(values);
+}
+
+void measure(Subject* subject, double floor) {
+    const std::optional<ProgramRun> run = runProgram(subject->words);
+    if (!run) return;
+    subject->runs.push_back(*run);
+    subject->ratios.push_back(run->seconds / floor);
+}
+
+void print(const Subject& subject) {
+    if (subject.runs.empty()) {
+        std::printf("%-24s not installed, skipped\n", subject.label.c_str());
+        return;
+    }
+    std::printf("%-24s %9.2f %9.2f %9.2f %9.1f\n", subject.label.c_str(), median(subject.ratios),
+                medianOf(subject.runs, &ProgramRun::seconds) * 1e3,
+                medianOf(subject.runs, &ProgramRun::wallSeconds) * 1e3,
+                medianOf(subject.runs, &ProgramRun::peakBytes) / (1024 * 1024));
+}
+
+void compare(std::vector<Subject> subjects, const std::vector<std::string>& files, int rounds) {
+    std::vector<double> floors;
+    for (int round = 0; round < rounds; ++round) {
+        floors.push_back(secondsOf([&] { readToTheEnd(files); }));
+        for (Subject& subject : subjects) {
+            if (round < subject.rounds) measure(&subject, floors.back());
+        }
+    }
+    std::printf("%-24s %9s %9s %9s %9s\n", "", "ratio", "CPU, ms", "wall, ms", "peak, MiB");
+    std::printf("%-24s %9.2f %9.2f\n", "floor", 1.0, median(floors) * 1e3);
+    for (const Subject& subject : subjects) print(subject);
+}
+}  // namespace
+
+int main(int argc, char** argv) {
+    const int rounds = argc > 1 ? std::atoi(argv[1]) : 51;
+    if (rounds < 1) {
+        std::fprintf(stderr, "usage: %s [ROUNDS]\n", argv[0]);
+        return 2;
+    }
+    const ScratchFile all, one, none, output;
+    writeConfig(all.path(), allGroups());
+    writeConfig(one.path(), {kCheapGroup});
+    writeConfig(none.path(), {});
+    const auto scan = [&](const ScratchFile& config) {
+        return std::vector<std::string>{ZUKHW_PROGRAM, "-c", config.path(), "-o", output.path()};
+    };
+    const TracedRun traced = runTraced(scan(all));
+    const std::vector<std::string> files = floorFiles(traced);
+    std::printf("floor: %zu files; zukhw started %d processes\n", files.size(), traced.childProcesses);
+    const int toolRounds = std::min(rounds, kToolRounds);
+    compare({{"zukhw, every group", scan(all), rounds},
+             {std::string("zukhw, ") + kCheapGroup, scan(one), rounds},
+             {"zukhw, no group", scan(none), rounds},
+             {"lscpu", {"lscpu"}, toolRounds},
+             {"lshw", {"lshw"}, toolRounds},
+             {"hwinfo", {"hwinfo"}, toolRounds},
+             {"inxi -F", {"inxi", "-F"}, toolRounds}},
+            files, rounds);
+    return 0;
+}
