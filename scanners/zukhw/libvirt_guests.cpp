@@ -1,5 +1,4 @@
-#include <cerrno>
-
+#include "scanners/shared/descriptor_path.h"
 #include "scanners/shared/xml_events.h"
 #include "scanners/zukhw/guests.h"
 #include "scanners/zukhw/machine.h"
@@ -86,13 +85,9 @@ std::vector<Guest> readLibvirtGuests(Machine& machine) {
         for (const std::string& name : machine.list(directory)) {
             const std::string path = directory + '/' + name;
             if (!endsWith(name, kDefinition)) continue;
-            const FileDescriptor file = machine.files().openRegular(path);
-            if (!file.valid()) {
-                if (errno == EACCES) machine.sources().denied(path);
-                continue;
-            }
-            // By its descriptor, because the path may lead through links of another machine's root.
-            auto guest = readLibvirtGuest("/proc/self/fd/" + std::to_string(file.get()));
+            const FileDescriptor file = machine.open(path);
+            if (!file.valid()) continue;
+            auto guest = readLibvirtGuest(descriptorPath(file));
             if (!guest) {
                 machine.sources().malformed(path, 0);
                 continue;

@@ -1,5 +1,7 @@
 #include "scanners/zukhw/machine.h"
 
+#include <cerrno>
+
 #include "scanners/zukhw/natural_sort.h"
 #include "scanners/zukhw/parse.h"
 #include "scanners/zukhw/text.h"
@@ -28,6 +30,14 @@ std::optional<std::string> Machine::readHead(std::string_view path, std::size_t 
     count(status, path);
     if (status != ReadStatus::Ok) return std::nullopt;
     return data;
+}
+
+FileDescriptor Machine::open(std::string_view path) {
+    deadline_.check();
+    FileDescriptor file = files_.openRegular(path);
+    if (file.valid()) return file;
+    count(errno == EACCES ? ReadStatus::Denied : ReadStatus::Missing, path);
+    return file;
 }
 
 std::string Machine::text(std::string_view path) {

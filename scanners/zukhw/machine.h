@@ -37,6 +37,8 @@ class Machine {
     std::optional<std::string> read(std::string_view path, std::size_t limit = kAttribute);
     // Its first `size` bytes, or fewer when it is shorter.
     std::optional<std::string> readHead(std::string_view path, std::size_t size);
+    // The file open for reading; invalid when it cannot be opened, or is no regular file.
+    FileDescriptor open(std::string_view path);
     // The file's text without blanks at its ends; empty when it cannot be read.
     std::string text(std::string_view path);
     // The number that is all of the file's text.

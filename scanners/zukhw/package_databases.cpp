@@ -5,6 +5,8 @@
 #include <utility>
 
 #include "scanners/shared/packages/apk.h"
+#include "scanners/shared/packages/database_readers.h"
+#include "scanners/shared/packages/databases.h"
 #include "scanners/shared/packages/opkg.h"
 #include "scanners/shared/packages/pacman.h"
 #include "scanners/zukhw/machine.h"
@@ -19,6 +21,20 @@ std::vector<Package> installed(Machine& machine, const char* path, PackageList l
     packages.reserve(list.packages.size());
     for (Package& package : list.packages) {
         if (package.state == PackageState::Installed) packages.push_back(std::move(package));
+    }
+    return packages;
+}
+
+// Of the managers whose packages lie each in a directory of their own.
+std::vector<Package> readDirectories(Machine& machine, const std::string& manager) {
+    machine.deadline().check();
+    std::vector<Package> packages;
+    for (PackageDatabase& database : readPackageDatabases(machine.files(), {}, {manager})) {
+        const bool denied = database.problem == problemText(ReadStatus::Denied);
+        if (denied) machine.sources().denied(database.path);
+        if (!denied && !database.problem.empty()) machine.sources().malformed(database.path, 0);
+        packages = std::move(database.list.packages);
+        for (Package& package : packages) package.manager = database.manager;
     }
     return packages;
 }
@@ -56,4 +72,12 @@ std::vector<Package> readPacmanPackages(Machine& machine) {
         }
     }
     return packages;
+}
+
+std::vector<Package> readFlatpakPackages(Machine& machine) {
+    return readDirectories(machine, "flatpak");
+}
+
+std::vector<Package> readSnapPackages(Machine& machine) {
+    return readDirectories(machine, "snap");
 }

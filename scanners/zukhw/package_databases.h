@@ -14,3 +14,10 @@ std::vector<Package> readRpmPackages(Machine& machine);
 std::vector<Package> readApkPackages(Machine& machine);
 std::vector<Package> readOpkgPackages(Machine& machine);
 std::vector<Package> readPacmanPackages(Machine& machine);
+std::vector<Package> readFlatpakPackages(Machine& machine);
+std::vector<Package> readSnapPackages(Machine& machine);
+std::vector<Package> readPortagePackages(Machine& machine);
+std::vector<Package> readXbpsPackages(Machine& machine);
+// Of all users' profiles, and the system's.
+std::vector<Package> readNixPackages(Machine& machine);
+std::vector<Package> readGuixPackages(Machine& machine);

@@ -1,7 +1,7 @@
 #include <string>
 #include <utility>
 
-#include "platform/file_descriptor.h"
+#include "scanners/shared/descriptor_path.h"
 #include "scanners/shared/packages/rpm_blobs.h"
 #include "scanners/shared/packages/rpm_header.h"
 #include "scanners/zukhw/machine.h"
@@ -21,8 +21,7 @@ constexpr Database kDatabases[] = {
     {"rpmdb.sqlite", BackEnd::Sqlite}, {"Packages.db", BackEnd::Ndb}, {"Packages", BackEnd::Bdb}};
 
 std::string readDatabase(FileDescriptor file, BackEnd backEnd, const TakeBlob& take) {
-    // By its descriptor, because the path may lead through links of another machine's root.
-    if (backEnd == BackEnd::Sqlite) return readRpmSqlite("/proc/self/fd/" + std::to_string(file.get()), take);
+    if (backEnd == BackEnd::Sqlite) return readRpmSqlite(descriptorPath(file), take);
     const FileAccess access(std::move(file));
     return backEnd == BackEnd::Ndb ? readRpmNdb(access, take) : readRpmBdb(access, take);
 }
@@ -34,7 +33,7 @@ std::vector<Package> readRpmPackages(Machine& machine) {
     for (const char* directory : {"usr/lib/sysimage/rpm/", "var/lib/rpm/"}) {
         for (const Database& database : kDatabases) {
             const std::string path = std::string(directory) + database.file;
-            FileDescriptor file = machine.files().openRegular(path);
+            FileDescriptor file = machine.open(path);
             if (!file.valid()) continue;
             const std::string problem =
                 readDatabase(std::move(file), database.backEnd, [&](std::string_view blob) {

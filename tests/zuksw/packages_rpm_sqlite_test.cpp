@@ -1,5 +1,4 @@
 #include <gtest/gtest.h>
-#include <sqlite3.h>
 
 #include <algorithm>
 #include <filesystem>
@@ -9,20 +8,13 @@
 #include "scanners/shared/packages/rpm_blobs.h"
 #include "scanners/shared/packages/rpm_header.h"
 #include "tests/support/files.h"
+#include "tests/support/sqlite_database.h"
 #include "tests/support/temporary_folder.h"
 #include "tests/zuksw/judge.h"
 
 namespace {
 
 constexpr const char* kTable = "CREATE TABLE Packages (hnum INTEGER PRIMARY KEY, blob BLOB NOT NULL);";
-
-void makeDatabase(const std::string& path, const std::string& statements) {
-    sqlite3* database = nullptr;
-    ASSERT_EQ(sqlite3_open(path.c_str(), &database), SQLITE_OK);
-    EXPECT_EQ(sqlite3_exec(database, statements.c_str(), nullptr, nullptr, nullptr), SQLITE_OK)
-        << sqlite3_errmsg(database);
-    sqlite3_close(database);
-}
 
 struct Reading {
     std::vector<std::string> blobs;

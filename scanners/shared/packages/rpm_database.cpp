@@ -1,5 +1,6 @@
 #include <cerrno>
 
+#include "scanners/shared/descriptor_path.h"
 #include "scanners/shared/packages/database_readers.h"
 #include "scanners/shared/packages/rpm_blobs.h"
 #include "scanners/shared/packages/rpm_header.h"
@@ -28,8 +29,7 @@ std::string readBlobs(const RootedFs& fs, const std::string& path, const TakeBlo
     FileDescriptor file = fs.openRegular(path);
     if (!file.valid())
         return std::string(problemText(errno == EACCES ? ReadStatus::Denied : ReadStatus::Unusable));
-    // SQLite opens by name; this one leads to the file that we have opened, whatever root it lies below.
-    if (endsWith(path, kSqlite)) return readRpmSqlite("/proc/self/fd/" + std::to_string(file.get()), take);
+    if (endsWith(path, kSqlite)) return readRpmSqlite(descriptorPath(file), take);
     const FileAccess access(std::move(file));
     return endsWith(path, kNdb) ? readRpmNdb(access, take) : readRpmBdb(access, take);
 }

@@ -1,49 +1,9 @@
-#include <sqlite3.h>
 #include <sys/stat.h>
 
-#include <memory>
-
 #include "scanners/shared/packages/rpm_blobs.h"
+#include "scanners/shared/sqlite_file.h"
 
 namespace {
-
-struct CloseDatabase {
-    void operator()(sqlite3* database) const { sqlite3_close(database); }
-};
-using Database = std::unique_ptr<sqlite3, CloseDatabase>;
-
-struct FinalizeStatement {
-    void operator()(sqlite3_stmt* statement) const { sqlite3_finalize(statement); }
-};
-using Statement = std::unique_ptr<sqlite3_stmt, FinalizeStatement>;
-
-constexpr int kMaxBlob = 64 << 20;
-constexpr int kStepsBetweenChecks = 100000;
-constexpr int kMaxChecks = 1000;  // reading 100,000 packages takes a few of them
-
-// In a URI the path must not contain what URIs give a meaning to.
-std::string uriOf(const std::string& path) {
-    std::string uri = "file:";
-    for (const char c : path) {
-        if (c == '%' || c == '?' || c == '#') {
-            constexpr std::string_view kDigits = "0123456789abcdef";
-            const auto byte = static_cast<unsigned char>(c);
-            uri += {'%', kDigits[byte >> 4U], kDigits[byte & 15U]};
-        } else {
-            uri += c;
-        }
-    }
-    return uri + "?mode=ro&immutable=1";
-}
-
-// A made database can hide programs in its schema (views, generated columns): only plain columns may be read.
-int allowReadingOnly(void*, int action, const char*, const char*, const char*, const char*) {
-    return action == SQLITE_SELECT || action == SQLITE_READ ? SQLITE_OK : SQLITE_DENY;
-}
-
-int stopWhenTooLong(void* checks) {
-    return ++*static_cast<int*>(checks) > kMaxChecks ? 1 : 0;
-}
 
 std::uint64_t sizeOf(const std::string& path) {
     struct stat facts = {};
@@ -51,35 +11,19 @@ std::uint64_t sizeOf(const std::string& path) {
                                                                 : 0;
 }
 
-std::string problemOf(sqlite3* database) {
-    return database == nullptr ? "out of memory" : sqlite3_errmsg(database);
-}
-
 }  // namespace
 
 std::string readRpmSqlite(const std::string& path, const TakeBlob& take) {
-    sqlite3* handle = nullptr;
-    const int flags = SQLITE_OPEN_READONLY | SQLITE_OPEN_URI | SQLITE_OPEN_NOMUTEX;
-    const int opened = sqlite3_open_v2(uriOf(path).c_str(), &handle, flags, nullptr);
-    const Database database(handle);  // there may be one even when opening failed
-    if (opened != SQLITE_OK) return problemOf(handle);
-    int checks = 0;
-    sqlite3_limit(handle, SQLITE_LIMIT_LENGTH, kMaxBlob);
-    sqlite3_set_authorizer(handle, allowReadingOnly, nullptr);
-    sqlite3_progress_handler(handle, kStepsBetweenChecks, stopWhenTooLong, &checks);
-    sqlite3_stmt* prepared = nullptr;
-    const int status = sqlite3_prepare_v2(handle, "SELECT blob FROM Packages", -1, &prepared, nullptr);
-    const Statement statement(prepared);
-    if (status != SQLITE_OK) return problemOf(handle);
     std::uint64_t bytesLeft = sizeOf(path);
-    int step = SQLITE_OK;
-    while ((step = sqlite3_step(prepared)) == SQLITE_ROW) {
-        const auto* bytes = static_cast<const char*>(sqlite3_column_blob(prepared, 0));
-        const auto length = static_cast<std::size_t>(sqlite3_column_bytes(prepared, 0));
+    bool isTooLong = false;
+    const std::string problem = readSqlite(path, "SELECT blob FROM Packages", [&](const SqliteRow& row) {
+        const std::string_view blob = row.bytes(0);
         // A made column can be computed, and then be longer than all that the file holds.
-        if (length > bytesLeft) return "the packages are longer than the database";
-        bytesLeft -= length;
-        take(bytes == nullptr ? std::string_view() : std::string_view(bytes, length));
-    }
-    return step == SQLITE_DONE ? "" : problemOf(handle);
+        isTooLong = blob.size() > bytesLeft;
+        if (isTooLong) return false;
+        bytesLeft -= blob.size();
+        take(blob);
+        return true;
+    });
+    return isTooLong ? "the packages are longer than the database" : problem;
 }

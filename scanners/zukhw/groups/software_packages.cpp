@@ -1,7 +1,9 @@
 // Group "SoftwarePackages": one instance per package that is installed, by manager, name, architecture and
 // version.
 #include <algorithm>
+#include <initializer_list>
 #include <string>
+#include <string_view>
 #include <vector>
 
 #include "scanners/zukhw/collectors.h"
@@ -16,8 +18,9 @@ namespace {
 using Read = std::vector<Package> (*)(Machine&);
 
 // In the order of the managers' names.
-constexpr Read kManagers[] = {readApkPackages, readDpkgPackages, readOpkgPackages, readPacmanPackages,
-                              readRpmPackages};
+constexpr Read kManagers[] = {readApkPackages, readDpkgPackages, readFlatpakPackages, readGuixPackages,
+                              readNixPackages, readOpkgPackages, readPacmanPackages,  readPortagePackages,
+                              readRpmPackages, readSnapPackages, readXbpsPackages};
 
 bool comesBefore(const Package& a, const Package& b) {
     if (a.name != b.name) return naturalLess(a.name, b.name);
@@ -35,14 +38,18 @@ void writeOrigin(const Package& package, GroupWriter& out) {
     out.text("License", package.license);
 }
 
+bool isOneOf(std::string_view manager, std::initializer_list<std::string_view> managers) {
+    return std::find(managers.begin(), managers.end(), manager) != managers.end();
+}
+
 void writeInstallation(const Package& package, GroupWriter& out) {
     const bool isDpkg = package.manager == "dpkg";
     out.number("InstalledBytes", package.installedBytes);
     if (package.installTime) out.text("InstallDate", utcTime(*package.installTime).substr(0, 10));
     if (isDpkg) out.boolean("Essential", package.essential);
-    if (isDpkg || package.manager == "pacman" || package.manager == "opkg")
+    if (isOneOf(package.manager, {"dpkg", "opkg", "pacman", "xbps"}))
         out.boolean("Automatic", package.automatic);
-    if (isDpkg || package.manager == "opkg") out.boolean("Held", package.held);
+    if (isOneOf(package.manager, {"dpkg", "opkg", "xbps"})) out.boolean("Held", package.held);
 }
 
 void writePackage(const Package& package, GroupWriter& out) {
