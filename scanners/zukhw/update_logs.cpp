@@ -4,7 +4,6 @@
 #include <map>
 
 #include "scanners/shared/packages/deb822.h"
-#include "scanners/zukhw/machine.h"
 #include "scanners/zukhw/text.h"
 
 namespace {
@@ -61,12 +60,6 @@ bool setRpmPackage(std::string_view written, PackageUpdate* update, std::string*
     update->name = rest.substr(0, name);
     *version = rest.substr(name + 1);
     return true;
-}
-
-// The log and those that were rotated away, as far as they are not compressed; the oldest first.
-std::string readRotated(Machine& machine, const std::string& path) {
-    std::string text = machine.read(path + ".1", Machine::kTable).value_or("");
-    return text + machine.read(path, Machine::kTable).value_or("");
 }
 
 }  // namespace
@@ -134,11 +127,43 @@ std::vector<PackageUpdate> parseDnfLog(std::string_view text) {
     return updates;
 }
 
-std::vector<PackageUpdate> readPackageUpdates(Machine& machine) {
-    const std::string apt = readRotated(machine, "var/log/apt/history.log");
-    std::vector<PackageUpdate> updates =
-        apt.empty() ? parseDpkgLog(readRotated(machine, "var/log/dpkg.log")) : parseAptHistory(apt);
-    const std::vector<PackageUpdate> dnf = parseDnfLog(readRotated(machine, "var/log/dnf.rpm.log"));
-    updates.insert(updates.end(), dnf.begin(), dnf.end());
+// "May 20 10:11:12 Updated: 32:bind-libs-9.9.4-72.el7.x86_64": without a year there is no date.
+std::vector<PackageUpdate> parseYumLog(std::string_view text) {
+    std::vector<PackageUpdate> updates;
+    for (const std::string_view line : lines(text)) {
+        const std::vector<std::string_view> fields = words(line);
+        if (fields.size() != 5 || fields[3] != "Updated:") continue;
+        const std::size_t colon = fields[4].find(':');
+        const bool hasEpoch = colon != std::string_view::npos;
+        PackageUpdate update;
+        std::string version;
+        if (!setRpmPackage(hasEpoch ? fields[4].substr(colon + 1) : fields[4], &update, &version)) continue;
+        if (hasEpoch) version.insert(0, fields[4].substr(0, colon + 1));
+        update.toVersion = version;
+        updates.push_back(std::move(update));
+    }
+    return updates;
+}
+
+// "2026-05-20 10:11:12|install|bash|5.1-2.1|x86_64|ada@host|repository|checksum|": an installation of a
+// package whose installation, or removal, was not the last that it told of the package is an update.
+std::vector<PackageUpdate> parseZyppHistory(std::string_view text) {
+    std::vector<PackageUpdate> updates;
+    std::map<std::string, std::string> installed;  // version by name and architecture
+    for (const std::string_view line : lines(text)) {
+        const std::vector<std::string_view> fields = split(line, '|');
+        if (startsWith(line, "#") || fields.size() < 6) continue;
+        const std::string_view action = trim(fields[1]);
+        const std::string key = std::string(fields[2]) + '.' + std::string(fields[4]);
+        if (action == "remove") installed.erase(key);
+        if (action != "install" || fields[2].empty()) continue;
+        std::string& version = installed[key];
+        if (!version.empty() && version != fields[3]) {
+            const std::string_view requester = fields[5].substr(0, fields[5].find('@'));
+            updates.push_back({std::string(fields[2]), std::string(fields[4]), version,
+                               std::string(fields[3]), dateAt(line), std::string(requester)});
+        }
+        version = fields[3];
+    }
     return updates;
 }

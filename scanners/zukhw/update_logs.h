@@ -4,8 +4,6 @@
 #include <string_view>
 #include <vector>
 
-class Machine;
-
 // One package that was brought to another version. What a log does not tell is empty.
 struct PackageUpdate {
     std::string name, architecture;
@@ -18,6 +16,5 @@ struct PackageUpdate {
 std::vector<PackageUpdate> parseAptHistory(std::string_view text);
 std::vector<PackageUpdate> parseDpkgLog(std::string_view text);
 std::vector<PackageUpdate> parseDnfLog(std::string_view text);
-
-// The updates of the logs that are there: apt's history, or dpkg's log without it, and dnf's log.
-std::vector<PackageUpdate> readPackageUpdates(Machine& machine);
+std::vector<PackageUpdate> parseYumLog(std::string_view text);
+std::vector<PackageUpdate> parseZyppHistory(std::string_view text);

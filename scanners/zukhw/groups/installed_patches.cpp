@@ -10,7 +10,7 @@
 #include "scanners/zukhw/group_writer.h"
 #include "scanners/zukhw/machine.h"
 #include "scanners/zukhw/natural_sort.h"
-#include "scanners/zukhw/update_logs.h"
+#include "scanners/zukhw/update_sources.h"
 
 namespace {
 
@@ -44,7 +44,7 @@ void writeMicrocode(Machine& machine, GroupWriter& out) {
 
 // The newest, by name and date.
 std::vector<PackageUpdate> newestUpdates(Machine& machine) {
-    std::vector<PackageUpdate> updates = readPackageUpdates(machine);
+    std::vector<PackageUpdate> updates = readPackageUpdates(machine, kMaxUpdates);
     std::stable_sort(updates.begin(), updates.end(),
                      [](const PackageUpdate& a, const PackageUpdate& b) { return a.date > b.date; });
     if (updates.size() > kMaxUpdates) updates.resize(kMaxUpdates);
