@@ -14,11 +14,13 @@ namespace {
 constexpr std::string_view kSuffix = ".service";
 constexpr std::string_view kGenerated = "run/systemd/generator";
 
-// Where units are looked for, the highest first; what an administrator makes is in the first two.
-constexpr const char* kDirectories[] = {"etc/systemd/system",    "run/systemd/system",
-                                        "run/systemd/generator", "usr/lib/systemd/system",
-                                        "lib/systemd/system",    "run/systemd/generator.late"};
-constexpr std::size_t kByAdministrator = 2;
+// Where units are looked for, the highest first; what enables units is in the first three: an administrator's
+// links, and those of generators for the instances that they find configured.
+constexpr const char* kDirectories[] = {"etc/systemd/system",        "run/systemd/system",
+                                        "run/systemd/generator",     "usr/local/lib/systemd/system",
+                                        "usr/lib/systemd/system",    "lib/systemd/system",
+                                        "run/systemd/generator.late"};
+constexpr std::size_t kEnabling = 3;
 
 struct Found {
     std::string path;
@@ -28,6 +30,7 @@ struct Found {
 struct Units {
     std::map<std::string, Found> byName;  // templates included
     std::set<std::string> enabled;
+    std::map<std::string, std::vector<std::string>> dropIns;  // "ssh.service.d" and where there is one
 };
 
 bool isService(std::string_view name) {
@@ -52,18 +55,19 @@ bool isAlias(const std::string& name, const Found& found) {
     return !found.linkTarget.empty() && !isMasked(found) && baseName(found.linkTarget) != name;
 }
 
-void readDirectory(Machine& machine, const std::string& directory, bool byAdministrator, Units* units) {
+void readDirectory(Machine& machine, const std::string& directory, bool enabling, Units* units) {
     for (const std::string& name : machine.list(directory)) {
         const std::string path = directory + '/' + name;
-        if (byAdministrator && (endsWith(name, ".wants") || endsWith(name, ".requires"))) {
+        if (enabling && (endsWith(name, ".wants") || endsWith(name, ".requires"))) {
             for (const std::string& wanted : machine.list(path)) {
                 if (isService(wanted)) units->enabled.insert(wanted);
             }
         }
+        if (name == "service.d" || endsWith(name, ".service.d")) units->dropIns[name].push_back(path);
         if (!isService(name)) continue;
         const Found found{path, machine.link(path)};
         // A second name that was given to a unit enables it.
-        if (byAdministrator && isAlias(name, found)) units->enabled.emplace(baseName(found.linkTarget));
+        if (enabling && isAlias(name, found)) units->enabled.emplace(baseName(found.linkTarget));
         units->byName.emplace(name, found);
     }
 }
@@ -72,6 +76,36 @@ StartMode modeOf(const std::string& name, const Found& found, const UnitFacts& f
     if (startsWith(found.path, kGenerated)) return StartMode::Generated;
     if (units.enabled.count(name) != 0) return StartMode::Enabled;
     return facts.installable ? StartMode::Disabled : StartMode::Static;
+}
+
+// The directories whose settings are added to those of a unit, the closest first: of its own name, of its
+// template, of each prefix that ends in a hyphen, and of all services.
+std::vector<std::string> dropInNames(const std::string& name) {
+    std::vector<std::string> names = {name + ".d"};
+    if (!templateOf(name).empty()) names.push_back(templateOf(name) + ".d");
+    for (std::size_t hyphen = name.rfind('-'); hyphen != std::string::npos && hyphen > 0;
+         hyphen = name.rfind('-', hyphen - 1))
+        names.push_back(name.substr(0, hyphen + 1).append(kSuffix).append(".d"));
+    names.emplace_back("service.d");
+    return names;
+}
+
+// Settings that were dropped in come behind those of the unit itself, in the order of their files' names. Of
+// files with the same name the one of the closest, then of the highest directory counts.
+void addDropIns(Machine& machine, const Units& units, const std::string& name, UnitFacts* facts) {
+    std::map<std::string, std::string> paths;  // by the file's name
+    for (const std::string& dropIn : dropInNames(name)) {
+        const auto found = units.dropIns.find(dropIn);
+        if (found == units.dropIns.end()) continue;
+        for (const std::string& directory : found->second) {
+            for (const std::string& file : machine.list(directory)) {
+                if (endsWith(file, ".conf")) paths.emplace(file, directory + '/' + file);
+            }
+        }
+    }
+    const bool installable = facts->installable;
+    for (const auto& [file, path] : paths) addUnitFile(machine.read(path).value_or(""), facts);
+    facts->installable = installable;  // how a unit is enabled cannot be dropped in
 }
 
 ServiceUnit readUnit(Machine& machine, const std::string& name, const Found& found, const Units& units) {
@@ -83,7 +117,8 @@ ServiceUnit readUnit(Machine& machine, const std::string& name, const Found& fou
     }
     const auto text = machine.read(found.path);
     if (text && text->empty()) return unit;  // an empty file masks like the link
-    unit.facts = parseUnitFile(text.value_or(""));
+    addUnitFile(text.value_or(""), &unit.facts);
+    addDropIns(machine, units, name, &unit.facts);
     unit.mode = modeOf(name, found, unit.facts, units);
     return unit;
 }
@@ -102,13 +137,14 @@ void setField(UnitFacts* facts, std::string_view section, std::string_view key, 
     if (section != "[Service]") return;
     if (key == "User") facts->user = value;
     if (key == "Type") facts->type = value;
-    if (key == "ExecStart" && facts->executable.empty()) facts->executable = executableOf(value);
+    // Nothing takes back what was set before.
+    if (key == "ExecStart" && (value.empty() || facts->executable.empty()))
+        facts->executable = executableOf(value);
 }
 
 }  // namespace
 
-UnitFacts parseUnitFile(std::string_view text) {
-    UnitFacts facts;
+void addUnitFile(std::string_view text, UnitFacts* facts) {
     std::string_view section;
     bool continues = false;  // the line before ended with a backslash: its start alone is of interest
     for (const std::string_view whole : lines(text)) {
@@ -118,20 +154,19 @@ UnitFacts parseUnitFile(std::string_view text) {
         if (!comment) continues = endsWith(line, "\\");
         if (comment || continued) continue;
         if (startsWith(line, "[")) section = line;
-        if (section == "[Install]") facts.installable = true;
+        if (section == "[Install]") facts->installable = true;
         const std::size_t equals = line.find('=');
         if (equals == std::string_view::npos) continue;
         std::string_view value = line.substr(equals + 1);
         if (continues) value.remove_suffix(1);
-        setField(&facts, section, trim(line.substr(0, equals)), trim(value));
+        setField(facts, section, trim(line.substr(0, equals)), trim(value));
     }
-    return facts;
 }
 
 std::vector<ServiceUnit> readServiceUnits(Machine& machine) {
     Units units;
     for (std::size_t i = 0; i < std::size(kDirectories); ++i) {
-        readDirectory(machine, kDirectories[i], i < kByAdministrator, &units);
+        readDirectory(machine, kDirectories[i], i < kEnabling, &units);
     }
     std::vector<ServiceUnit> services;
     for (const auto& [name, found] : units.byName) {

@@ -13,7 +13,9 @@ struct UnitFacts {
     bool installable = false;  // it has an [Install] section
 };
 
-UnitFacts parseUnitFile(std::string_view text);
+// Adds what a unit's file, or one that was dropped in, sets; of settings that were made before the last
+// counts.
+void addUnitFile(std::string_view text, UnitFacts* facts);
 
 enum class StartMode { Enabled, Disabled, Static, Masked, Alias, Generated };
 

@@ -8,6 +8,12 @@
 
 namespace {
 
+UnitFacts parseUnitFile(const std::string& text) {
+    UnitFacts facts;
+    addUnitFile(text, &facts);
+    return facts;
+}
+
 TEST(UnitFile, TellsWhatTheServiceIs) {
     const UnitFacts facts = parseUnitFile(
         "# a comment\n"
@@ -98,6 +104,36 @@ TEST(ServiceInfo, TakesTheUnitOfTheHighestDirectory) {
                       {"StartMode", "Enabled"},
                       {"UnitPath", "/etc/systemd/system/on.service"}}),
               serviceOf(machine, "on.service"));
+}
+
+TEST(ServiceInfo, HasWhatIsDroppedIntoAUnit) {
+    TestMachine machine(
+        "usr/lib/systemd/system/a-b@.service:\n\t[Service]\n\tUser=unit\n\tExecStart=/old\n\tType=simple\n"
+        "etc/systemd/system/x.wants/a-b@1.service -> /usr/lib/systemd/system/a-b@.service\n"
+        "etc/systemd/system/a-b@1.service.d/20.conf:\n\t[Service]\n\tExecStart=\n\tExecStart=/"
+        "new\n\t[Install]\n"
+        "etc/systemd/system/a-b@.service.d/10.conf:\n\t[Service]\n\tUser=template\n"
+        "etc/systemd/system/a-.service.d/05.conf:\n\t[Service]\n\tUser=prefix\n"
+        "etc/systemd/system/service.d/05.conf:\n\t[Service]\n\tUser=shadowed\n\tType=notify\n"
+        "run/systemd/system/a-b@.service.d/10.conf:\n\t[Service]\n\tUser=lower\n"
+        "usr/lib/systemd/system/service.d/99.conf:\n\t[Unit]\n\tDescription=Of all\n"
+        "etc/systemd/system/a-b@1.service.d/notes: User=none\n");
+    EXPECT_EQ((Fields{{"Name", "a-b@1.service"},
+                      {"Description", "Of all"},
+                      {"Manager", "Systemd"},
+                      {"StartMode", "Enabled"},
+                      {"User", "template"},
+                      {"Executable", "/new"},
+                      {"UnitPath", "/usr/lib/systemd/system/a-b@.service"},
+                      {"Type", "simple"}}),
+              collectOne(machine, "ServiceInfo"));
+}
+
+TEST(ServiceInfo, HasInstancesThatAGeneratorEnables) {
+    TestMachine machine(
+        "usr/lib/systemd/system/db@.service:\n\t[Service]\n\tType=forking\n"
+        "run/systemd/generator/db.service.wants/db@main.service -> /usr/lib/systemd/system/db@.service\n");
+    EXPECT_EQ("db@main.service", collectOne(machine, "ServiceInfo").at("Name"));
 }
 
 void makeProgram(const TestMachine& machine, const std::string& path) {

@@ -9,6 +9,7 @@
 #include "scanners/zukhw/init_scripts.h"
 #include "scanners/zukhw/machine.h"
 #include "scanners/zukhw/natural_sort.h"
+#include "scanners/zukhw/services.h"
 #include "scanners/zukhw/unit_files.h"
 
 namespace {
@@ -41,15 +42,31 @@ std::vector<Service> readServices(Machine& machine) {
     return services;
 }
 
+void writeState(const UnitStates& states, const Service& service, GroupWriter& out) {
+    const auto found = states.find(service.manager == "Systemd" ? service.name : service.name + ".service");
+    if (found == states.end()) return;
+    out.text("State", found->second.state);
+    out.text("SubState", found->second.subState);
+    out.number("MainPid", found->second.mainPid);
+}
+
 }  // namespace
 
 void collectServiceInfo(Machine& machine, GroupWriter& out) {
+    constexpr std::chrono::milliseconds kLimit(500);  // a quarter of what the group may take
+    const std::string bus = "run/dbus/system_bus_socket";
+    const bool canAsk = machine.live() && machine.exists(bus);
+    writeServices(machine, canAsk ? readUnitStates("unix:path=/" + bus, kLimit) : UnitStates(), out);
+}
+
+void writeServices(Machine& machine, const UnitStates& states, GroupWriter& out) {
     for (const Service& service : readServices(machine)) {
         out.beginInstance();
         out.text("Name", service.name);
         out.text("Description", service.description);
         out.text("Manager", service.manager);
         out.text("StartMode", service.startMode);
+        writeState(states, service, out);
         out.text("User", service.user);
         out.text("Executable", service.executable);
         out.text("UnitPath", '/' + service.path);
