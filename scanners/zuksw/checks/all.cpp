@@ -105,6 +105,13 @@ All::All(ConditionReader& attributes, DetectReader& reader) : Group(attributes, 
     if (children_.size() > 1) children_ = Sorter(std::move(children_)).run();
 }
 
+void All::step(std::size_t which, const Rows& rows, const Context& context, Rows* out) const {
+    for (const Row& row : rows) {
+        children_[which]->apply(row, context, out);
+        if (context.tooMany(*out)) return;
+    }
+}
+
 void All::evaluate(const Row& row, const Context& context, Rows* out) const {
     Rows rows = {row};
     for (std::size_t i = 0; i < steps() && !rows.empty(); ++i) {

@@ -34,11 +34,10 @@ class All : public Group {
   public:
     All(ConditionReader& attributes, DetectReader& reader);
 
-    /** The number of steps, and one of them: every row of `rows` replaced by what it becomes. */
+    /** The number of steps, and one of them: every row of `rows` replaced by what it becomes, until there are
+     *  more rows than are allowed. */
     std::size_t steps() const { return children_.size(); }
-    void step(std::size_t which, const Rows& rows, const Context& context, Rows* out) const {
-        for (const Row& row : rows) children_[which]->apply(row, context, out);
-    }
+    void step(std::size_t which, const Rows& rows, const Context& context, Rows* out) const;
 
   protected:
     void evaluate(const Row& row, const Context& context, Rows* out) const override;

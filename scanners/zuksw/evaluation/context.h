@@ -15,6 +15,8 @@ struct Context {
     void event(EventCode code, std::string_view text, std::string_view path = {}) const {
         machine.events.add(code, guid, text, path);
     }
+    /** Whether there are more rows than limits/MaxRows. */
+    bool tooMany(const Rows& rows) const;
     /** Keeps the rows within limits/MaxRows; a row that was dropped leaves an undecided one. */
     void limitRows(Rows* rows) const;
 };

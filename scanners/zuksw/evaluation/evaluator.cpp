@@ -2,16 +2,17 @@
 
 #include <algorithm>
 #include <iterator>
-#include <thread>
 #include <utility>
 
 #include "scanners/zuksw/evaluation/result_maker.h"
+#include "scanners/zuksw/setup/threads.h"
 
 namespace zuksw {
 namespace {
 
-constexpr std::size_t kMinRowsToSplit = 2;
-constexpr std::size_t kMaxShare = 64;
+// Into how many parts rows are divided. Not by the number of threads, so that nothing depends on that.
+constexpr std::size_t kParts = 16;
+constexpr std::size_t kMaxShare = 64;  // signatures that a thread takes at a time
 
 }  // namespace
 
@@ -24,10 +25,7 @@ void Evaluator::runWave(const std::vector<std::size_t>& wave, unsigned threads) 
     wave_ = &wave;
     next_ = 0;
     share_ = std::clamp<std::size_t>(wave.size() / (threads * std::size_t{8}), 1, kMaxShare);
-    std::vector<std::thread> others;
-    for (unsigned i = 1; i < threads; ++i) others.emplace_back([this] { work(); });
-    work();
-    for (std::thread& other : others) other.join();
+    runOnThreads(threads, [this] { work(); });
 }
 
 // Both are called with the lock held.
@@ -73,10 +71,12 @@ void Evaluator::work() {
 void Evaluator::begin(std::size_t index) {
     const Signature& signature = signatureOf(index);
     if (!signature.valid) return;
-    progress_[index].open = 1;
-    Task task = {index, 0, {}};
-    task.rows.push_back(firstRow(signature));
-    perform(std::move(task));
+    Rows rows = {firstRow(signature)};
+    if (signature.detect->isPlain()) return perform(divide(index, 0, std::move(rows)));
+    const Context context{machine_, signature.guid};
+    Rows found;
+    signature.detect->apply(rows.front(), context, &found);
+    finish(index, found);
 }
 
 Row Evaluator::firstRow(const Signature& signature) const {
@@ -87,54 +87,60 @@ Row Evaluator::firstRow(const Signature& signature) const {
     return row;
 }
 
-void Evaluator::perform(Task task) {
-    const Signature& signature = signatureOf(task.signature);
-    const Context context{machine_, signature.guid};
-    const All& detect = *signature.detect;
-    if (detect.isPlain()) {
-        for (std::size_t step = task.step; step < detect.steps() && !task.rows.empty(); ++step) {
-            if (step > task.step && task.rows.size() >= kMinRowsToSplit) {
-                return split(task, std::move(task.rows), step);
-            }
-            Rows next;
-            detect.step(step, task.rows, context, &next);
-            context.limitRows(&next);
-            task.rows = std::move(next);
-        }
-    } else {
+// One part of the rows takes one step. Whoever is the last of its step to do so goes on with the next.
+void Evaluator::perform(std::optional<Task> task) {
+    while (task) {
+        const Signature& signature = signatureOf(task->signature);
+        const Context context{machine_, signature.guid};
         Rows rows;
-        detect.apply(task.rows.front(), context, &rows);
-        task.rows = std::move(rows);
+        signature.detect->step(task->step, task->rows, context, &rows);
+        task = join(*task, std::move(rows));
     }
-    finish(task.signature, std::move(task.rows));
 }
 
-// Each half of the rows goes its own way through the remaining steps.
-void Evaluator::split(const Task& task, Rows rows, std::size_t step) {
-    const auto half = static_cast<std::ptrdiff_t>(rows.size() / 2);
-    Rows second(std::make_move_iterator(rows.begin() + half), std::make_move_iterator(rows.end()));
-    rows.erase(rows.begin() + half, rows.end());
+// Shares rows out; the first part is the caller's.
+std::optional<Evaluator::Task> Evaluator::divide(std::size_t signature, std::size_t step, Rows rows) {
+    const std::size_t parts = std::min(rows.size(), kParts);
+    Progress& progress = progress_[signature];
+    progress.parts.assign(parts, {});
+    progress.open = parts;
+    if (parts == 1) return Task{signature, step, 0, std::move(rows)};
+    const auto partOf = [&](std::size_t part) {
+        const auto edge = [&](std::size_t i) {
+            return std::make_move_iterator(rows.begin() +
+                                           static_cast<std::ptrdiff_t>(rows.size() * i / parts));
+        };
+        return Task{signature, step, part, Rows(edge(part), edge(part + 1))};
+    };
+    const std::lock_guard<std::mutex> lock(mutex_);
+    for (std::size_t part = 1; part < parts; ++part) tasks_.push_back(partOf(part));
+    changed_.notify_all();
+    return partOf(0);
+}
+
+// Takes in what one part became; the task to go on with, if there is one for the caller.
+std::optional<Evaluator::Task> Evaluator::join(const Task& task, Rows rows) {
+    Progress& progress = progress_[task.signature];
     {
         const std::lock_guard<std::mutex> lock(mutex_);
-        ++progress_[task.signature].open;
-        tasks_.push_back({task.signature, step, std::move(second)});
-        changed_.notify_one();
+        progress.parts[task.part] = std::move(rows);
+        if (--progress.open > 0) return std::nullopt;
     }
-    perform({task.signature, step, std::move(rows)});
-}
-
-void Evaluator::finish(std::size_t index, Rows rows) {
     Rows all;
-    {
-        const std::lock_guard<std::mutex> lock(mutex_);
-        Progress& progress = progress_[index];
-        std::move(rows.begin(), rows.end(), std::back_inserter(progress.rows));
-        if (--progress.open > 0) return;
-        all = std::move(progress.rows);
+    for (Rows& part : progress.parts) std::move(part.begin(), part.end(), std::back_inserter(all));
+    progress.parts = {};
+    const Signature& signature = signatureOf(task.signature);
+    Context{machine_, signature.guid}.limitRows(&all);
+    if (!all.empty() && task.step + 1 < signature.detect->steps()) {
+        return divide(task.signature, task.step + 1, std::move(all));
     }
+    finish(task.signature, all);
+    return std::nullopt;
+}
+
+void Evaluator::finish(std::size_t index, const Rows& rows) {
     const Signature& signature = signatureOf(index);
-    const Context context{machine_, signature.guid};
-    outcomes_.of(index) = makeOutcome(signature, all, context);
+    outcomes_.of(index) = makeOutcome(signature, rows, {machine_, signature.guid});
 }
 
 }  // namespace zuksw

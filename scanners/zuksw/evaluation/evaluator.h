@@ -3,6 +3,7 @@
 #include <condition_variable>
 #include <cstdint>
 #include <mutex>
+#include <optional>
 #include <vector>
 
 #include "scanners/zuksw/evaluation/context.h"
@@ -11,8 +12,8 @@
 namespace zuksw {
 
 /** Evaluates signatures on several threads: wave by wave, so that what one refers to is there, and inside a
- * wave signature by signature; the rows of one signature are spread too, since one may have most of the work.
- */
+ *  wave signature by signature. The rows of one signature are spread too, since one may have most of the
+ * work; they take each step of Detect together, so that their number is known, and limited, after each. */
 class Evaluator {
   public:
     Evaluator(Machine* machine, Outcomes* outcomes) : machine_(*machine), outcomes_(*outcomes) {}
@@ -20,16 +21,17 @@ class Evaluator {
     void run(unsigned threads);
 
   private:
-    // Rows of a signature that the steps of Detect from `step` on are still to be applied to.
+    // Some rows of a signature, to which a step of Detect is to be applied.
     struct Task {
         std::size_t signature;
         std::size_t step;
+        std::size_t part;
         Rows rows;
     };
-    // What came of the tasks of a signature so far.
+    // What became of the parts in the present step of a signature.
     struct Progress {
-        Rows rows;
-        std::size_t open = 0;  // tasks
+        std::vector<Rows> parts;
+        std::size_t open = 0;
     };
 
     void runWave(const std::vector<std::size_t>& wave, unsigned threads);
@@ -37,9 +39,10 @@ class Evaluator {
     bool takeTask(Task* task);
     bool takeSignatures(std::vector<std::size_t>* signatures);
     void begin(std::size_t signature);
-    void perform(Task task);
-    void split(const Task& task, Rows rows, std::size_t step);
-    void finish(std::size_t signature, Rows rows);
+    void perform(std::optional<Task> task);
+    std::optional<Task> divide(std::size_t signature, std::size_t step, Rows rows);
+    std::optional<Task> join(const Task& task, Rows rows);
+    void finish(std::size_t signature, const Rows& rows);
     const Signature& signatureOf(std::size_t index) const {
         return outcomes_.signatures().signatures()[index];
     }
@@ -53,8 +56,8 @@ class Evaluator {
     const std::vector<std::size_t>* wave_ = nullptr;
     std::size_t next_ = 0;            // in *wave_
     std::size_t share_ = 1;           // signatures that a thread takes at a time
-    std::size_t busy_ = 0;            // threads that may still split off tasks
-    std::vector<Task> tasks_;         // split off
+    std::size_t busy_ = 0;            // threads that may still make tasks
+    std::vector<Task> tasks_;         // parts that nobody has taken yet
     std::vector<Progress> progress_;  // by signature
 };
 

@@ -6,7 +6,8 @@
 #include <algorithm>
 #include <cerrno>
 #include <iterator>
-#include <thread>
+
+#include "scanners/zuksw/setup/threads.h"
 
 namespace zuksw {
 namespace {
@@ -40,12 +41,8 @@ void Walker::begin() {
 
 void Walker::run(unsigned threads) {
     begin();
-    threads_ = threads;
     std::vector<Worker> workers(threads);
-    std::vector<std::thread> others;
-    for (unsigned i = 1; i < threads; ++i) others.emplace_back([this, &workers, i] { work(&workers[i]); });
-    work(&workers[0]);
-    for (std::thread& other : others) other.join();
+    runOnThreads(threads, [&] { work(&workers[working_++]); });
     for (Worker& worker : workers) {
         for (std::size_t q = 0; q < worker.found.size(); ++q) {
             std::move(worker.found[q].begin(), worker.found[q].end(), std::back_inserter(candidates_[q]));
@@ -74,7 +71,7 @@ void Walker::work(Worker* worker) {
 bool Walker::takeWork(Worker* worker) {
     std::unique_lock<std::mutex> lock(mutex_);
     ++idle_;
-    changed_.wait(lock, [this] { return !shared_.empty() || idle_ == threads_; });
+    changed_.wait(lock, [this] { return !shared_.empty() || idle_ == working_; });
     if (shared_.empty()) {
         changed_.notify_all();
         return false;

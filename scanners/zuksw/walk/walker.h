@@ -73,7 +73,7 @@ class Walker {
     std::condition_variable changed_;
     std::vector<Directory> shared_;
     std::atomic<unsigned> idle_{0};
-    unsigned threads_ = 1;
+    std::atomic<unsigned> working_{0};  // threads that have begun, those at their end among them
 };
 
 }  // namespace zuksw
