@@ -5,7 +5,9 @@
 namespace zuksw {
 namespace {
 
-constexpr std::uint64_t kWindow = std::uint64_t{4} << 20U;
+constexpr std::uint64_t kMaxWindow = std::uint64_t{4} << 20U;
+constexpr std::uint64_t kMinWindow = std::uint64_t{64} * 1024;
+constexpr std::uint64_t kWindowSteps = std::uint64_t{1} << 27U;
 constexpr std::uint64_t kMaxMatch = std::uint64_t{64} * 1024;
 constexpr int kMaxRetries = 16;
 
@@ -60,6 +62,13 @@ class Search {
     int retries_ = 0;
 };
 
+// A search that keeps all of a pattern's possibilities in mind takes a step for each of them and each byte,
+// so the longer the pattern, the sooner the clock is looked at.
+std::uint64_t windowFor(const re2::RE2& engine) {
+    const auto size = static_cast<std::uint64_t>(std::max(engine.ProgramSize(), 1));
+    return std::clamp(kWindowSteps / size, kMinWindow, kMaxWindow);
+}
+
 }  // namespace
 
 Causes searchContent(const Contents& contents, Range part, const re2::RE2& engine, Machine& machine,
@@ -70,10 +79,11 @@ Causes searchContent(const Contents& contents, Range part, const re2::RE2& engin
         search.window(0, 0, 0);
         return 0;
     }
+    const std::uint64_t window = windowFor(engine);
     for (const Range& stored : contents.stored(part)) {
         const std::uint64_t last = stored.end - part.begin;
-        for (std::uint64_t at = stored.begin - part.begin; at < last; at += kWindow) {
-            const std::uint64_t end = std::min(at + kWindow, last);
+        for (std::uint64_t at = stored.begin - part.begin; at < last; at += window) {
+            const std::uint64_t end = std::min(at + window, last);
             const std::uint64_t reach = std::min(end + kMaxMatch, last);
             const Causes refused = machine.takeBytes(end - at);
             if (refused != 0) return refused;

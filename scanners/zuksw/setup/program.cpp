@@ -1,6 +1,9 @@
 #include "scanners/zuksw/setup/program.h"
 
+#include <unistd.h>
+
 #include <algorithm>
+#include <atomic>
 #include <chrono>
 #include <csignal>
 #include <cstdio>
@@ -23,20 +26,18 @@ namespace {
 
 constexpr std::size_t kMaxMountinfo = std::size_t{16} << 20U;
 
-std::atomic<Budget*> stoppable{nullptr};
+std::atomic<bool> stopRequested{false};
 
 void onStopSignal(int /*signal*/) {
-    Budget* budget = stoppable.load();
-    if (budget != nullptr) budget->stop();
+    stopRequested = true;
 }
 
-void installSignals(Budget* budget) {
-    stoppable = budget;
+// A signal to stop ends a scan early, and completely. What cannot be written is told by the call that fails.
+void installSignals() {
     struct sigaction action = {};
     action.sa_handler = onStopSignal;
-    ::sigaction(SIGTERM, &action, nullptr);
-    ::sigaction(SIGINT, &action, nullptr);
-    std::signal(SIGPIPE, SIG_IGN);
+    for (const int signal : {SIGTERM, SIGINT}) ::sigaction(signal, &action, nullptr);
+    for (const int signal : {SIGPIPE, SIGXFSZ}) std::signal(signal, SIG_IGN);
     installFaultHandler();
 }
 
@@ -158,8 +159,7 @@ int Run::scanAndWrite() {
 
 // Looks at the machine; nothing of it is held any more when the results are written.
 bool Run::scanTree(Outcomes* outcomes) {
-    Budget budget(configuration_.limits.timeBudget);
-    installSignals(&budget);
+    const Budget budget(configuration_.limits.timeBudget, stopRequested);
     const std::optional<FileTree> tree = FileTree::open(configuration_.system.prefix);
     if (!tree) {
         say("error",
@@ -174,7 +174,6 @@ bool Run::scanTree(Outcomes* outcomes) {
     }
     Machine machine(configuration_, *tree, territory, budget, events_, *patterns_);
     scan(signatures_, threadsOf(configuration_), &machine, outcomes);
-    stoppable = nullptr;
     entries_ = machine.files.entries();
     opened_ = machine.opened;
     bytes_ = machine.bytes;
@@ -202,6 +201,7 @@ void Run::sayDone(const Outcomes& outcomes) const {
 }
 
 int Run::perform() {
+    installSignals();
     const int status = readInputs();
     return status == kExitDone ? scanAndWrite() : status;
 }
@@ -218,17 +218,34 @@ int run(const std::vector<std::string>& words) {
     return line.check ? checkSignatures(line.signatures) : Run(line).perform();
 }
 
-}  // namespace
-
-int runProgram(const std::vector<std::string>& words) {
+// Tells of the exception that is being handled.
+int failed() {
     try {
-        return run(words);
+        throw;
     } catch (const std::bad_alloc&) {
         say("error", "out of memory");
     } catch (const std::exception& error) {
         say("error", error.what());
+    } catch (...) {
+        say("error", "internal failure");
     }
     return kExitInternal;
+}
+
+// What a thread throws reaches nobody else.
+[[noreturn]] void giveUp() {
+    ::_exit(std::current_exception() ? failed() : kExitInternal);
+}
+
+}  // namespace
+
+int runProgram(const std::vector<std::string>& words) {
+    std::set_terminate(giveUp);
+    try {
+        return run(words);
+    } catch (...) {
+        return failed();
+    }
 }
 
 }  // namespace zuksw
