@@ -1,5 +1,7 @@
 #include "scanners/zuksw/output/events.h"
 
+#include <iterator>
+
 #include "scanners/zuksw/output/xml_escape.h"
 
 namespace zuksw {
@@ -41,6 +43,11 @@ constexpr CodeRow kCodes[] = {
     {EventCode::kMoreEvents, "more-events", "warning"},
 };
 
+// What sums up the scan is told however much else there is to say.
+bool isSummary(EventCode code) {
+    return code >= EventCode::kResultsLimit;
+}
+
 const CodeRow& rowOf(EventCode code) {
     return kCodes[static_cast<std::size_t>(code)];
 }
@@ -63,22 +70,32 @@ void appendEvent(EventCode code, std::uint64_t count, std::string_view guid, std
 void Events::setLimit(std::size_t limit) {
     const std::lock_guard<std::mutex> lock(mutex_);
     limit_ = limit;
+    while (countedGroups() > limit_) dropLast();
+}
+
+std::size_t Events::countedGroups() const {
+    return groups_.size() - summaries_;
+}
+
+void Events::dropLast() {
+    const auto firstSummary = groups_.lower_bound(Key(EventCode::kResultsLimit, {}, {}));
+    const auto last = std::prev(firstSummary);
+    dropped_ += last->second.count;
+    groups_.erase(last);
 }
 
 void Events::add(EventCode code, std::string_view guid, std::string_view text, std::string_view path) {
     const std::lock_guard<std::mutex> lock(mutex_);
-    Key key(code, guid, text);
-    auto found = groups_.find(key);
-    if (found == groups_.end()) {
-        if (groups_.size() >= limit_) {
-            ++dropped_;
-            return;
-        }
-        found = groups_.emplace(std::move(key), Group{0, std::string(path)}).first;
-    }
-    Group& group = found->second;
+    const auto [entry, isNew] = groups_.try_emplace(Key(code, guid, text), Group{0, std::string(path)});
+    Group& group = entry->second;
     ++group.count;
     if (!path.empty() && (group.path.empty() || path < group.path)) group.path = path;
+    if (!isNew) return;
+    if (isSummary(code)) {
+        ++summaries_;
+    } else if (countedGroups() > limit_) {
+        dropLast();
+    }
 }
 
 std::string Events::toXml() const {
