@@ -100,6 +100,7 @@ Text DiskFile::specialProperty(std::string_view name, Machine& machine) const {
 }
 
 Opened DiskFile::open(Machine& machine) const {
+    if (!S_ISREG(facts_.st_mode)) return {};  // directories and links have nothing to be read
     if (machine.territory.isDenied(path())) {
         machine.events.add(EventCode::kDenied, {}, "content that must not be read (content/Deny)", path());
         return {nullptr, toCauses(Cause::kDenied)};

@@ -109,13 +109,12 @@ void Reading::start(const XML_Char* name, const XML_Char** pairs) {
         std::string why = sink_->onRoot(name);
         if (!why.empty()) return refuse(std::move(why));
     }
+    for (const XML_Char** pair = pairs; *pair != nullptr; pair += 2) {
+        if (std::strlen(pair[1]) > kMaxAttribute) return refuse("an attribute is longer than 64 KiB");
+    }
     if (depth_ < level_) return;
     Element* element = make(name);
-    for (; *pairs != nullptr; pairs += 2) {
-        const std::string_view value = pairs[1];
-        if (value.size() > kMaxAttribute) return refuse("an attribute is longer than 64 KiB");
-        element->attributes.push_back({keep(pairs[0]), keep(value)});
-    }
+    for (; *pairs != nullptr; pairs += 2) element->attributes.push_back({keep(pairs[0]), keep(pairs[1])});
     if (!open_.empty()) open_.back()->children.push_back(element);
     open_.push_back(element);
 }

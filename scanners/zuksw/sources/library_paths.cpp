@@ -91,7 +91,9 @@ void LibraryPaths::readConfiguration(const std::string& path, int depth) {
 
 std::vector<std::string> LibraryPaths::candidates(std::string_view needed, const std::string& origin,
                                                   const Elf& elf, const ElfDynamic& dynamic) {
-    if (needed.find('/') != needed.npos) return {std::string(needed)};
+    // With a slash it is a path; a relative one begins wherever the program is started.
+    if (needed[0] == '/') return {std::string(needed)};
+    if (needed.find('/') != needed.npos) return {};
     std::call_once(once_, [this] { readConfiguration("/etc/ld.so.conf", 0); });
     // With a RUNPATH the older RPATH says nothing.
     std::vector<std::string> directories =
