@@ -7,7 +7,6 @@
 
 #include "scanners/zuksw/language/xml_reader.h"
 #include "tests/support/files.h"
-#include "tests/support/shell.h"
 
 namespace {
 
@@ -111,16 +110,21 @@ std::string ScanTest::program() {
     return ZUK_BINARY_DIR "/bin/zuksw";
 }
 
+std::string ScanTest::commandLine(const std::string& configuration, const std::string& signatures) const {
+    return program() + " -c " + quoted(configuration) + " -o " + quoted(work_.path() + "/output.xml") +
+           " -e " + quoted(work_.path() + "/warnings.xml") + " -i " + quoted(signatures) + " 2>&1";
+}
+
 ScanResult ScanTest::run(const std::string& configuration, const std::string& signatures) {
-    const std::string output = work_.path() + "/output.xml";
-    const std::string warnings = work_.path() + "/warnings.xml";
-    const ShellResult shown = shell(program() + " -c " + quoted(configuration) + " -o " + quoted(output) +
-                                    " -e " + quoted(warnings) + " -i " + quoted(signatures) + " 2>&1");
+    return take(shell(before_ + commandLine(configuration, signatures)));
+}
+
+ScanResult ScanTest::take(const ShellResult& shown) const {
     ScanResult result;
     result.status = shown.status;
     result.messages = shown.out;
-    result.output = readFile(output);
-    result.warnings = readFile(warnings);
+    result.output = readFile(work_.path() + "/output.xml");
+    result.warnings = readFile(work_.path() + "/warnings.xml");
     Reader reader(&result);
     if (result.status == 0) {
         EXPECT_FALSE(zuksw::readXml(result.output, 2, &reader).has_value()) << result.output;
@@ -129,8 +133,7 @@ ScanResult ScanTest::run(const std::string& configuration, const std::string& si
     return result;
 }
 
-ScanResult ScanTest::scan(const std::string& signatures, const Settings& settings,
-                          const std::string& presets) {
+std::string ScanTest::configurationFile(const Settings& settings, const std::string& presets) const {
     std::string plugins;
     Settings all = {{usePrefix_ ? "system/Prefix" : "search/Root", tree_.path()}};
     all.insert(all.end(), settings.begin(), settings.end());
@@ -139,10 +142,18 @@ ScanResult ScanTest::scan(const std::string& signatures, const Settings& setting
         plugins += "<Plugin name=\"" + name.substr(0, slash) + "\" version=\"1.0\"><Attribute name=\"" +
                    name.substr(slash + 1) + "\" value=\"" + xml(value) + "\"/></Plugin>";
     }
-    const std::string configuration = work_.file(
-        "configuration.xml", "<KAV><ZUK><XSE version=\"1.0\"><PresetVariables>" + presets +
-                                 "</PresetVariables><Plugins>" + plugins + "</Plugins></XSE></ZUK></KAV>");
-    return run(configuration, work_.file("signatures.xml", "<Signatures>" + signatures + "</Signatures>"));
+    return work_.file("configuration.xml", "<KAV><ZUK><XSE version=\"1.0\"><PresetVariables>" + presets +
+                                               "</PresetVariables><Plugins>" + plugins +
+                                               "</Plugins></XSE></ZUK></KAV>");
+}
+
+std::string ScanTest::signatureFile(const std::string& signatures) const {
+    return work_.file("signatures.xml", "<Signatures>" + signatures + "</Signatures>");
+}
+
+ScanResult ScanTest::scan(const std::string& signatures, const Settings& settings,
+                          const std::string& presets) {
+    return run(configurationFile(settings, presets), signatureFile(signatures));
 }
 
 std::string ScanTest::truth(const std::string& conditions, const Settings& settings) {

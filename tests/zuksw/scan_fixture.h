@@ -7,6 +7,7 @@
 #include <utility>
 #include <vector>
 
+#include "tests/support/shell.h"
 #include "tests/support/temporary_folder.h"
 
 // One <MatchedSignature>.
@@ -66,9 +67,17 @@ class ScanTest : public ::testing::Test {
 
     static std::string program();
 
+    // The parts of scan(), for tests that start the program themselves.
+    std::string configurationFile(const Settings& settings = {}, const std::string& presets = "") const;
+    std::string signatureFile(const std::string& signatures) const;
+    std::string commandLine(const std::string& configuration, const std::string& signatures) const;
+    // Reads the files that a run left behind.
+    ScanResult take(const ShellResult& shown) const;
+
     TemporaryFolder tree_;
     TemporaryFolder work_;
     bool usePrefix_ = true;  // false: search/Root is the tree
+    std::string before_;     // stands before the program's name: "nice "
 };
 
 // Text as an XML attribute value.
