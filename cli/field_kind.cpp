@@ -17,6 +17,7 @@ constexpr Names kNumbers[] = {
     L"Index", L"SocketId", L"DieId", L"ClusterId", L"CoreId", L"DrawerId", L"BookId", L"ThreadIndex",
     L"NumaNode", L"InterfaceIndex", L"PortNumber", L"VlanId", L"Number", L"BusNumber", L"DeviceNumber",
     L"NamespaceId", L"Irq", L"Dma", L"PartitionId", L"PoolId", L"UserId", L"GroupId", L"MainPid",
+    L"ModelNumber",
     // processors and memory
     L"Cores", L"Threads", L"OnlineThreads", L"CoresEnabled", L"PerformanceCores", L"EfficiencyCores",
     L"ThreadsPerCore", L"BogoMips", L"SlotsTotal", L"SlotsUsed", L"HugePagesTotal", L"Rank", L"VirtualCpus",
@@ -28,8 +29,8 @@ constexpr Names kNumbers[] = {
     L"Inodes", L"InodesFree", L"RaidDevices", L"Mtu", L"PrefixLength", L"SriovVirtualFunctions",
     // devices
     L"Buttons", L"FunctionKeys", L"HeightUnits", L"PowerCords", L"ContainedElements", L"TypeCode",
-    L"ManufactureYear", L"ManufactureWeek", L"ModelYear", L"MaxBaud", L"LinkWidth", L"MaxLinkWidth",
-    L"Structures", L"MappedStart", L"MappedEnd",
+    L"BitsPerColor", L"ManufactureYear", L"ManufactureWeek", L"ModelYear", L"MaxBaud", L"LinkWidth",
+    L"MaxLinkWidth", L"Structures", L"MappedStart", L"MappedEnd",
     // the system and its load
     L"KernelTaint", L"KernelModulesLoaded", L"InstalledLocales", L"PasswordMaxDays", L"ClockTicksPerSecond",
     L"CpusConfigured", L"CpusOnline", L"MaxOpenFiles", L"OpenFiles", L"MaxOpenFilesPerProcess",
@@ -41,7 +42,7 @@ constexpr Names kNumbers[] = {
     L"ProcessesCreated", L"ProcessesRunning", L"ProcessesBlocked", L"CpuPressureAvg10",
     L"MemoryPressureAvg10", L"IoPressureAvg10", L"PowerVmPurr", L"EntitledUse",
     // the scan
-    L"InstancesTotal", L"SourcesDenied", L"SourcesMissing", L"ItemsMalformed"};
+    L"FieldTableVersion", L"InstancesTotal", L"SourcesDenied", L"SourcesMissing", L"ItemsMalformed"};
 
 constexpr Names kFlags[] = {
     // devices
@@ -50,14 +51,48 @@ constexpr Names kFlags[] = {
     L"Lock", L"Multipath", L"Online", L"Physical", L"Populated", L"Portable", L"Removable", L"Virtual",
     // volumes, addresses, printers
     L"Bootable", L"Encrypted", L"ReadOnly", L"Swap", L"System", L"DadFailed", L"Deprecated", L"Dynamic",
-    L"Permanent", L"Primary", L"Secondary", L"Temporary", L"Tentative", L"AcceptingJobs", L"Default",
-    L"Shared",
+    L"Permanent", L"Primary", L"Secondary", L"Temporary", L"Tentative", L"AcceptingJobs", L"Color",
+    L"Default", L"Shared",
     // software and users
     L"Automatic", L"Essential", L"Held", L"Transition", L"LockEnabled", L"LoginAllowed", L"Privileged",
     L"StillLoggedIn",
     // the system
     L"Autostart", L"Capped", L"CoreUsesPid", L"DaylightSaving", L"IPv4Forwarding", L"IPv6Forwarding",
     L"Paravirtualized", L"RebootRequired", L"SecureBoot", L"SetupMode", L"SharedProcessorMode"};
+
+constexpr Names kLists[] = {
+    // processors, memory, storage
+    L"ErrorCorrection", L"SwapDevices", L"TypeDetail", L"Disks", L"MountPoints", L"Options", L"Parents",
+    // network
+    L"DnsSearch", L"DnsServers", L"Gateway", L"MacAddresses", L"Members", L"NetworkInterface",
+    // devices
+    L"ConnectedOutputs", L"Drivers", L"InterfaceClasses", L"Modes", L"Outputs", L"Ports", L"SoundDevices",
+    L"VirtualFunctions", L"Watchdog",
+    // the firmware
+    L"AcpiTables", L"BiosLanguages", L"OemStrings", L"OnboardDevices", L"PortConnectors", L"Slots",
+    L"StructureTypes", L"SystemConfigOptions",
+    // the system and the scan
+    L"Evidence", L"Groups", L"SecurityModules", L"ToolsInstalled", L"DeniedSources", L"MalformedItems"};
+
+constexpr Names kPairLists[] = {L"GroupStatus", L"LocaleSettings", L"SecuritySettings", L"Vulnerabilities"};
+
+// Names that are used for values of different kinds.
+struct GroupField {
+    Names group;
+    Names name;
+    FieldKind kind;
+};
+constexpr GroupField kInGroups[] = {
+    {L"Processor", L"Family", FieldKind::Number},
+    {L"PhysicalProcessor", L"Family", FieldKind::Number},
+    {L"Memory", L"NumaNodes", FieldKind::Number},
+    {L"PCSystemParams", L"NumaNodes", FieldKind::Number},
+    {L"PhysicalProcessor", L"NumaNodes", FieldKind::NumberList},
+    {L"PhysicalProcessor", L"Flags", FieldKind::Words},
+    {L"Printer", L"Duplex", FieldKind::Flag},
+    {L"SMBIOS", L"PowerSupplies", FieldKind::List},
+    {L"SystemEnclosure", L"PowerSupplies", FieldKind::Number},
+};
 
 template <std::size_t Size>
 bool contains(const Names (&names)[Size], std::wstring_view name) {
@@ -82,8 +117,13 @@ std::size_t takeDigits(std::wstring_view& value) {
 
 }  // namespace
 
-FieldKind fieldKind(std::wstring_view name) {
+FieldKind fieldKind(std::wstring_view group, std::wstring_view name) {
+    for (const GroupField& field : kInGroups) {
+        if (field.group == group && field.name == name) return field.kind;
+    }
     if (contains(kFlags, name)) return FieldKind::Flag;
+    if (contains(kLists, name)) return FieldKind::List;
+    if (contains(kPairLists, name)) return FieldKind::PairList;
     const auto endsName = [&](Names unit) { return endsWith(name, unit); };
     if (contains(kNumbers, name) || std::any_of(std::begin(kUnits), std::end(kUnits), endsName)) {
         return FieldKind::Number;
@@ -102,9 +142,22 @@ bool isNumber(std::wstring_view value) {
     return takeDigits(value) > 0 && value.empty();
 }
 
-FieldKind valueKind(std::wstring_view name, std::wstring_view value) {
-    const FieldKind kind = fieldKind(name);
-    if (kind == FieldKind::Number && !isNumber(value)) return FieldKind::Text;
-    if (kind == FieldKind::Flag && value != L"true" && value != L"false") return FieldKind::Text;
-    return kind;
+std::vector<std::wstring_view> listItems(FieldKind kind, std::wstring_view value) {
+    const std::wstring_view separator = kind == FieldKind::Words ? L" " : L"; ";
+    std::vector<std::wstring_view> items;
+    std::size_t start = 0;
+    for (std::size_t end = 0; end < value.size();) {
+        end = std::min(value.find(separator, end), value.size());
+        const std::size_t next = std::min(end + separator.size(), value.size());
+        // What names nothing goes on with the value before it.
+        const std::wstring_view following = value.substr(next, value.find(separator, next) - next);
+        const bool goesOn = kind == FieldKind::PairList && next < value.size() &&
+                            following.find(L'=') == std::wstring_view::npos;
+        if (!goesOn) {
+            items.push_back(value.substr(start, end - start));
+            start = next;
+        }
+        end = next;
+    }
+    return items;
 }

@@ -40,16 +40,17 @@ bool allAgree(const std::vector<Instance>& instances, const std::wstring& name) 
            });
 }
 
-Column makeColumn(const std::vector<Instance>& instances, const std::wstring& name) {
-    Column column{printable(name), {}, fieldKind(name) == FieldKind::Number};
-    for (const Instance& instance : instances) {
+Column makeColumn(const Group& group, const std::wstring& name) {
+    Column column{printable(name), {}, fieldKind(group.name, name) == FieldKind::Number};
+    for (const Instance& instance : group.instances) {
         const std::wstring* value = find(instance, name);
         column.cells.push_back(value == nullptr ? L"-" : printable(*value));
     }
     return column;
 }
 
-std::wstring formatRows(const std::vector<Instance>& instances, const Page& page) {
+std::wstring formatRows(const Group& group, const Page& page) {
+    const std::vector<Instance>& instances = group.instances;
     std::vector<Column> differing;
     std::vector<std::pair<std::wstring, std::wstring>> common;
     for (const std::wstring& name : fieldNames(instances)) {
@@ -57,7 +58,7 @@ std::wstring formatRows(const std::vector<Instance>& instances, const Page& page
         if (!differing.empty() && allAgree(instances, name)) {
             common.emplace_back(printable(name), printable(*find(instances.front(), name)));
         } else {
-            differing.push_back(makeColumn(instances, name));
+            differing.push_back(makeColumn(group, name));
         }
     }
     std::wstring out = differing.empty() ? L"" : formatColumns(differing, page);
@@ -76,7 +77,7 @@ std::wstring formatGroup(const Group& group, const Page& page) {
         return printable(group.name) + L"\n" + formatInstance(group.instances.front(), page);
     }
     return printable(group.name) + L" (" + std::to_wstring(group.instances.size()) + L")\n" +
-           formatRows(group.instances, page);
+           formatRows(group, page);
 }
 
 }  // namespace

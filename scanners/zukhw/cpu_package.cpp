@@ -7,13 +7,15 @@
 namespace {
 
 using Number = std::optional<std::uint64_t>;
-// Core numbers repeat from die to die and from cluster to cluster.
-using CoreKey = std::tuple<Number, Number, Number>;
+// Core numbers repeat from die to die and from cluster to cluster, on kernels that do not number these even
+// within a package: the threads that the kernel counts to a core tell those apart. It also counts the two
+// cores of a module of AMD's family 15h to one, with numbers of their own.
+using CoreKey = std::tuple<Number, Number, Number, std::optional<unsigned>>;
 
 std::map<CoreKey, std::vector<const LogicalCpu*>> coresOf(const std::vector<const LogicalCpu*>& cpus) {
     std::map<CoreKey, std::vector<const LogicalCpu*>> cores;
     for (const LogicalCpu* cpu : cpus) {
-        if (cpu->core) cores[{cpu->die, cpu->cluster, cpu->core}].push_back(cpu);
+        if (cpu->core) cores[{cpu->die, cpu->cluster, cpu->core, cpu->firstThread}].push_back(cpu);
     }
     return cores;
 }
@@ -68,10 +70,11 @@ std::optional<std::uint64_t> CpuPackage::maxMHz() const {
 
 std::optional<std::uint64_t> CpuPackage::cacheBytes(unsigned level, CpuCache::Type type) const {
     std::uint64_t sum = 0;
+    std::set<std::vector<unsigned>> counted;  // some virtual machines show one cache twice
     for (const CpuCache& cache : topology->caches()) {
         const bool isUnified = cache.type == CpuCache::Type::Unified && level > 1;
         if (cache.level != level || (cache.type != type && !isUnified)) continue;
-        if (cache.bytes && serves(cache, cpus)) sum += *cache.bytes;
+        if (cache.bytes && serves(cache, cpus) && counted.insert(cache.cpus).second) sum += *cache.bytes;
     }
     return sum == 0 ? std::nullopt : std::optional(sum);
 }

@@ -44,6 +44,13 @@ std::optional<std::vector<unsigned>> readCpuSet(Machine& machine, const std::str
     return text.empty() ? parseCpuMask(machine.text(mask)) : parseCpuList(text);
 }
 
+// The CPUs that share a cache. Here the mask comes first: on AMD processors of family 15h kernels before 3.2
+// list each CPU alone, though the mask has both of a module.
+std::optional<std::vector<unsigned>> readSharing(Machine& machine, const std::string& cache) {
+    const std::string mask = machine.text(cache + "shared_cpu_map");
+    return mask.empty() ? parseCpuList(machine.text(cache + "shared_cpu_list")) : parseCpuMask(mask);
+}
+
 std::optional<std::size_t> placeOf(unsigned cpu, const std::optional<std::vector<unsigned>>& siblings) {
     if (!siblings) return std::nullopt;
     const auto found = std::find(siblings->begin(), siblings->end(), cpu);
@@ -106,6 +113,7 @@ void CpuTopology::readCpu(Machine& machine, LogicalCpu* cpu) {
         const auto siblings =
             readCpuSet(machine, topology + "thread_siblings_list", topology + "thread_siblings");
         cpu->threadIndex = placeOf(cpu->index, siblings);
+        if (cpu->threadIndex) cpu->firstThread = siblings->front();
     }
     const bool hasDrawers = cpus_.front().drawer || cpus_.size() == 1;
     if (hasDrawers) {
@@ -144,8 +152,7 @@ std::optional<std::size_t> CpuTopology::readCache(Machine& machine, const std::s
     cache.level = static_cast<unsigned>(*level);
     cache.type = *type;
     cache.bytes = parseSize(machine.text(path + "size"));
-    cache.cpus = readCpuSet(machine, path + "shared_cpu_list", path + "shared_cpu_map")
-                     .value_or(std::vector<unsigned>());
+    cache.cpus = readSharing(machine, path).value_or(std::vector<unsigned>());
     if (!placeOf(cpu, cache.cpus)) cache.cpus = {cpu};
     caches_.push_back(std::move(cache));
     return caches_.size() - 1;

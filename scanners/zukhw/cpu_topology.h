@@ -25,6 +25,7 @@ struct LogicalCpu {
     std::optional<std::uint64_t> package, die, cluster, core;
     std::optional<std::uint64_t> drawer, book;  // s390
     std::optional<std::size_t> threadIndex;     // place among the threads of its core, from 0
+    std::optional<unsigned> firstThread;        // the first of these threads
     std::optional<std::uint64_t> numaNode;
     std::vector<std::size_t> caches;              // places in CpuTopology::caches()
     std::optional<std::uint64_t> minKHz, maxKHz;  // of its frequency policy

@@ -52,3 +52,27 @@ TEST(Json, NumbersAndFlagsStandBare) {
 TEST(Json, AGroupWithoutInstancesIsAnEmptyArray) {
     EXPECT_EQ("{\n  \"Modem\": []\n}\n", inventoryAsJson({{30, L"Modem", {}}}));
 }
+
+TEST(Json, ListsAreArraysOfTheirItems) {
+    EXPECT_EQ(
+        "{\n  \"PhysicalProcessor\": [\n    {\n      \"NumaNodes\": [0, 1],\n"
+        "      \"Flags\": [\"fpu\", \"vme\"],\n      \"Vulnerabilities\": [\"l1tf=Not \\\"affected\\\"\"]\n"
+        "    }\n  ]\n}\n",
+        inventoryAsJson({{44,
+                          L"PhysicalProcessor",
+                          {{{L"NumaNodes", L"0; 1"},
+                            {L"Flags", L"fpu vme"},
+                            {L"Vulnerabilities", L"l1tf=Not \"affected\""}}}}}));
+}
+
+TEST(Json, AValueThatIsNotOfItsFieldsKindIsText) {
+    EXPECT_EQ(
+        "{\n  \"PhysicalProcessor\": [\n    {\n      \"Cores\": \"N/A\",\n      \"Threads\": \"0042\",\n"
+        "      \"Is64Bit\": \"yes\",\n      \"NumaNodes\": [0, \"x\"]\n    }\n  ]\n}\n",
+        inventoryAsJson({{44,
+                          L"PhysicalProcessor",
+                          {{{L"Cores", L"N/A"},
+                            {L"Threads", L"0042"},
+                            {L"Is64Bit", L"yes"},
+                            {L"NumaNodes", L"0; x"}}}}}));
+}

@@ -1,26 +1,20 @@
 #include "tests/zukhw/captures.h"
 
-#include <spawn.h>
-#include <sys/wait.h>
-#include <unistd.h>
-
+#include <algorithm>
 #include <cstdlib>
 #include <filesystem>
 #include <stdexcept>
 
+#include "scanners/shared/affix.h"
 #include "tests/support/files.h"
+#include "tests/support/shell.h"
 #include "tests/zukhw/scanner_run.h"
+
+namespace fs = std::filesystem;
 
 namespace {
 
-void unpack(const std::string& archive, const std::string& folder) {
-    const char* argv[] = {"tar", "-xJf", archive.c_str(), "-C", folder.c_str(), nullptr};
-    pid_t pid = 0;
-    int status = -1;
-    const int error = posix_spawnp(&pid, argv[0], nullptr, nullptr, const_cast<char**>(argv), environ);
-    if (error == 0) waitpid(pid, &status, 0);
-    if (error != 0 || status != 0) throw std::runtime_error("cannot unpack " + archive);
-}
+constexpr std::string_view kSuffix = ".tar.xz";
 
 }  // namespace
 
@@ -28,12 +22,36 @@ std::string capturesFolder() {
     const char* chosen = std::getenv("ZUK_MACHINES");
     const std::string folder =
         chosen != nullptr ? chosen : std::string(ZUK_SOURCE_DIR) + "/../shared/machines";
-    return std::filesystem::is_directory(folder) ? folder : "";
+    return fs::is_directory(folder) ? folder : "";
+}
+
+std::vector<std::string> captureNames(const std::string& folder) {
+    std::vector<std::string> names;
+    const std::string path = capturesFolder() + '/' + folder;
+    if (capturesFolder().empty() || !fs::is_directory(path)) return names;
+    for (const auto& entry : fs::directory_iterator(path)) {
+        const std::string file = entry.path().filename().string();
+        if (endsWith(file, kSuffix)) {
+            names.push_back(folder + '/' + file.substr(0, file.size() - kSuffix.size()));
+        }
+    }
+    std::sort(names.begin(), names.end());
+    return names;
+}
+
+std::string captureText(const std::string& file) {
+    return readFile(capturesFolder() + '/' + file);
 }
 
 Capture::Capture(const std::string& name) {
-    unpack(capturesFolder() + '/' + name + ".tar.xz", folder_.path());
+    const std::string archive = capturesFolder() + '/' + name + std::string(kSuffix);
+    const ShellResult result = shell("tar -xJf " + quoted(archive) + " -C " + quoted(folder_.path()));
+    if (result.status != 0) throw std::runtime_error(archive + ": " + result.err);
     root_ = folder_.path() + name.substr(name.find('/'));
+}
+
+Machine Capture::machine(const std::string& cpuidSignature) const {
+    return Machine(*RootedFs::below(root_), Deadline(std::chrono::hours(1)), cpuidSignature);
 }
 
 std::string scanCapture(const Capture& capture, const std::string& group) {

@@ -1,7 +1,9 @@
 #pragma once
 
 #include <string>
+#include <vector>
 
+#include "scanners/zukhw/machine.h"
 #include "tests/support/temporary_folder.h"
 
 // Machines captured elsewhere, for tests that run where they are: below $ZUK_MACHINES, or else in
@@ -14,12 +16,21 @@ std::string capturesFolder();
 #define SKIP_WITHOUT_CAPTURES() \
     if (capturesFolder().empty()) GTEST_SKIP() << "no captured machines: set ZUK_MACHINES to their folder"
 
-// One of them, unpacked: `name` is its path below the folder without ".tar.xz" ("lscpu/armv7").
+// The captures in a folder below it, in order: of "lscpu" "lscpu/armv7" and so on.
+std::vector<std::string> captureNames(const std::string& folder);
+
+// What stands in a file below the folder.
+std::string captureText(const std::string& file);
+
+// One of them, unpacked.
 class Capture {
   public:
+    // name: its path below the folder without ".tar.xz". Throws std::runtime_error when it cannot be
+    // unpacked.
     explicit Capture(const std::string& name);
 
     const std::string& root() const { return root_; }
+    Machine machine(const std::string& cpuidSignature = "") const;
 
   private:
     TemporaryFolder folder_;

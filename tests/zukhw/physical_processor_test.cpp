@@ -1,5 +1,7 @@
 #include <gtest/gtest.h>
 
+#include <optional>
+
 #include "tests/zukhw/smbios_table.h"
 #include "tests/zukhw/test_machine.h"
 
@@ -89,6 +91,71 @@ TEST(PhysicalProcessor, SumsTheCachesOfASocket) {
     const std::vector<Fields> sockets = collectInstances(*machine, kGroup);
     EXPECT_EQ("1048576", sockets.at(0).at("L2CacheBytes"));
     EXPECT_EQ("2097152", sockets.at(1).at("L2CacheBytes"));
+}
+
+TEST(PhysicalProcessor, CountsACacheOnceThatIsShownTwice) {
+    std::string caches;
+    for (const char* index : {"index0", "index1"}) {
+        const std::string path = std::string("sys/devices/system/cpu/cpu0/cache/") + index + '/';
+        caches += path + "level: 1\n" + path + "type: Data\n" + path + "size: 32K\n" + path +
+                  "shared_cpu_list: 0\n";
+    }
+    TestMachine machine("sys/devices/system/cpu/present: 0\n" + cpu(0, 0, 0) + caches);
+    EXPECT_EQ("32768", collectOne(machine, kGroup).at("L1dCacheBytes"));
+}
+
+// Kernels before 5.2 do not number the dies of a package, on each of which core numbers begin at 0.
+TEST(PhysicalProcessor, TellsCoresOfTheSameNumberApartByTheirThreads) {
+    std::string tree = "sys/devices/system/cpu/present: 0-3\n";
+    const char* threads[] = {"0,2", "1,3", "0,2", "1,3"};
+    for (unsigned index = 0; index < 4; ++index) {
+        tree += cpu(index, 0, 0) + "sys/devices/system/cpu/cpu" + std::to_string(index) +
+                "/topology/thread_siblings_list: " + threads[index] + "\n";
+    }
+    TestMachine machine(tree);
+    const Fields fields = collectOne(machine, kGroup);
+    EXPECT_EQ("2", fields.at("Cores"));
+    EXPECT_EQ("2", fields.at("ThreadsPerCore"));
+}
+
+// The modules of AMD's family 15h: two cores that share caches, which the kernel calls threads of one.
+TEST(PhysicalProcessor, CountsTheCoresOfAModule) {
+    std::string tree = "sys/devices/system/cpu/present: 0-1\n";
+    for (unsigned index = 0; index < 2; ++index) {
+        const std::string path = "sys/devices/system/cpu/cpu" + std::to_string(index) + '/';
+        const std::string cache = path + "cache/index0/";
+        tree += cpu(index, 0, index) + path + "topology/thread_siblings_list: 0-1\n" + cache + "level: 2\n" +
+                cache + "type: Unified\n" + cache + "size: 2048K\n" + cache + "shared_cpu_map: 00000003\n" +
+                cache + "shared_cpu_list: " + std::to_string(index) + "\n";
+    }
+    TestMachine machine(tree);
+    const Fields fields = collectOne(machine, kGroup);
+    EXPECT_EQ("2", fields.at("Cores"));
+    EXPECT_EQ("1", fields.at("ThreadsPerCore"));
+    EXPECT_EQ("2097152", fields.at("L2CacheBytes"));
+}
+
+struct WidthCase {
+    const char* cpuinfo;
+    std::optional<std::string> is64Bit;
+};
+
+TEST(PhysicalProcessor, KnowsHowWideOtherProcessorsAre) {
+    const WidthCase kCases[] = {
+        {"\tflags : fpu lm\n", "true"},
+        {"\tflags : fpu tsc\n", "false"},
+        {"\tISA : loongarch32 loongarch64\n\tFeatures : cpucfg fpu lsx\n", "true"},
+        {"\tisa : rv64imafdc\n", "true"},
+        {"\tFeatures : half thumb\n", {}},  // the kernel may be narrower than the processor
+    };
+    for (const WidthCase& c : kCases) {
+        TestMachine machine("sys/devices/system/cpu/present: 0\n" + cpu(0, 0, 0) +
+                            "proc/cpuinfo:\n\tprocessor : 0\n" + c.cpuinfo);
+        const Fields fields = collectOne(machine, kGroup);
+        const auto found = fields.find("Is64Bit");
+        EXPECT_EQ(c.is64Bit, found == fields.end() ? std::nullopt : std::optional(found->second))
+            << c.cpuinfo;
+    }
 }
 
 TEST(PhysicalProcessor, TellsFeaturesByTheFlags) {

@@ -4,10 +4,10 @@
 #include <cmath>
 #include <sstream>
 
+#include "scanners/zukhw/parse.h"
 #include "scanners/zukhw/placeholders.h"
 #include "scanners/zukhw/text.h"
-#include "tests/support/files.h"
-#include "tests/zukhw/captured_machines.h"
+#include "tests/zukhw/captures.h"
 #include "tests/zukhw/dmidecode_text.h"
 #include "tests/zukhw/test_machine.h"
 
@@ -15,11 +15,11 @@ namespace {
 
 using Values = std::map<std::string, std::string>;
 
-struct Capture {
-    explicit Capture(const std::string& name)
-        : files("smbios", name),
-          machine(*RootedFs::below(files.root()), Deadline(std::chrono::hours(1))),
-          blocks(readDmidecode(readFile(capturedMachines() + "/smbios/" + name + ".dmidecode34.txt"))) {}
+struct FirmwareTable {
+    explicit FirmwareTable(const std::string& name)
+        : files(name),
+          machine(files.machine()),
+          blocks(readDmidecode(captureText(name + ".dmidecode34.txt"))) {}
 
     std::vector<Values> ofType(unsigned type) const {
         std::vector<Values> found;
@@ -29,7 +29,7 @@ struct Capture {
         return found;
     }
 
-    CapturedMachine files;
+    Capture files;
     Machine machine;
     std::vector<DmidecodeBlock> blocks;
 };
@@ -117,15 +117,13 @@ void expectChassis(const Values& expected, const Fields& chassis) {
 
 class SmbiosCaptures : public testing::Test {
   protected:
-    void SetUp() override {
-        if (captureNames("smbios").empty()) GTEST_SKIP() << "there are no captured machines";
-    }
+    void SetUp() override { SKIP_WITHOUT_CAPTURES(); }
 };
 
 TEST_F(SmbiosCaptures, HaveTheModulesThatDmidecodePrints) {
     for (const std::string& name : captureNames("smbios")) {
         SCOPED_TRACE(name);
-        Capture capture(name);
+        FirmwareTable capture(name);
         const std::vector<Values> expected = capture.ofType(17);
         const std::vector<Fields> modules = collectInstances(capture.machine, "MemoryModules");
         ASSERT_EQ(expected.size(), modules.size());
@@ -133,10 +131,24 @@ TEST_F(SmbiosCaptures, HaveTheModulesThatDmidecodePrints) {
     }
 }
 
+TEST_F(SmbiosCaptures, HaveTheMemoryThatTheModulesAddUpTo) {
+    for (const std::string& name : captureNames("smbios")) {
+        FirmwareTable capture(name);
+        std::uint64_t sum = 0;
+        for (const Values& module : capture.ofType(17)) {
+            sum += parseDecimal(plainNumber(valueOf(module, "Size"))).value_or(0);
+        }
+        const std::vector<Fields> memory = collectInstances(capture.machine, "Memory");
+        EXPECT_EQ(sum == 0 ? "" : std::to_string(sum),
+                  memory.empty() ? "" : valueOf(memory[0], "InstalledBytes"))
+            << name;
+    }
+}
+
 TEST_F(SmbiosCaptures, HaveTheEnclosuresThatDmidecodePrints) {
     for (const std::string& name : captureNames("smbios")) {
         SCOPED_TRACE(name);
-        Capture capture(name);
+        FirmwareTable capture(name);
         const std::vector<Values> expected = capture.ofType(3);
         const std::vector<Fields> enclosures = collectInstances(capture.machine, "SystemEnclosure");
         ASSERT_EQ(expected.size(), enclosures.size());
@@ -175,7 +187,7 @@ TEST_F(SmbiosCaptures, HaveTheRawStringsThatDmidecodePrints) {
     };
     for (const std::string& name : captureNames("smbios")) {
         SCOPED_TRACE(name);
-        Capture capture(name);
+        FirmwareTable capture(name);
         const Fields fields = collectInstances(capture.machine, "SMBIOS").at(0);
         for (const Row& row : kRows) {
             const std::vector<Values> blocks = capture.ofType(row.type);

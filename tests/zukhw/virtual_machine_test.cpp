@@ -2,7 +2,7 @@
 
 #include "scanners/zukhw/text.h"
 #include "tests/support/files.h"
-#include "tests/zukhw/captured_machines.h"
+#include "tests/zukhw/captures.h"
 #include "tests/zukhw/test_machine.h"
 
 namespace {
@@ -100,14 +100,13 @@ std::string inOurWords(const std::string& listed) {
 }
 
 TEST(VirtualMachine, IsRightAboutCapturedMachines) {
-    if (captureNames("virt").empty()) GTEST_SKIP() << "there are no captured machines";
-    const std::string list = readFile(capturedMachines() + "/virt-expected.tsv");
+    SKIP_WITHOUT_CAPTURES();
+    const std::string list = captureText("virt-expected.tsv");
     for (const std::string_view line : lines(list)) {
         const std::vector<std::string_view> columns = split(line, '\t');
         ASSERT_EQ(3U, columns.size()) << line;
-        const CapturedMachine capture("virt", std::string(columns[0]));
-        Machine machine(*RootedFs::below(capture.root()), Deadline(std::chrono::hours(1)),
-                        std::string(columns[2]));
+        const Capture capture("virt/" + std::string(columns[0]));
+        Machine machine = capture.machine(std::string(columns[2]));
         const std::vector<Fields> levels = collectInstances(machine, kGroup);
         const std::string found = levels.empty() ? "" : toLower(levels[0].at("Hypervisor"));
         EXPECT_EQ(inOurWords(std::string(columns[1])), found) << line;

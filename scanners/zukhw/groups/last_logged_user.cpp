@@ -48,7 +48,7 @@ void writeLogin(Machine& machine, const Login& login, const char* source, GroupW
     const Account* account = machine.shared<Accounts>().find(record.user);
     out.text("UserName", record.user);
     if (account != nullptr) out.number("UserId", account->userId);
-    if (record.time > 0) out.text("LoginTime", utcTime(record.time));
+    out.text("LoginTime", utcTime(record.time));
     if (login.ended) out.text("LogoutTime", utcTime(*login.ended));
     out.text("Terminal", record.line);
     if (!isDisplay(record.host)) out.text("RemoteHost", record.host);

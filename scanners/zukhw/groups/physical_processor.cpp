@@ -135,19 +135,21 @@ std::vector<std::string> flagsOf(const CpuInfo& info, unsigned cpu) {
     return flags;
 }
 
-std::optional<bool> is64Bit(Machine& machine, const std::vector<std::string>& flags) {
-    if (has(flags, "fpu") || has(flags, "tsc")) return has(flags, "lm");  // x86
+// Only x86 has the key "flags".
+std::optional<bool> is64Bit(Machine& machine, unsigned cpu, const std::vector<std::string>& flags) {
+    const CpuInfo& info = machine.shared<CpuInfo>();
+    if (!info.value(cpu, {"flags"}).empty()) return has(flags, "lm");
+    // "loongarch32 loongarch64", "rv64imafdc". A kernel of 32 bits may run on a processor of 64.
     const std::string& name = machine.shared<Architecture>().name();
-    if (name.empty()) return std::nullopt;
-    // A kernel of 32 bits may run on a processor of 64.
-    const bool is64 = name.find("64") != std::string::npos || name == "s390x";
+    const bool is64 = name.find("64") != std::string::npos || name == "s390x" ||
+                      info.value(cpu, {"ISA", "isa"}).find("64") != std::string_view::npos;
     return is64 ? std::optional(true) : std::nullopt;
 }
 
 void writeFeatures(Machine& machine, const CpuPackage& package, GroupWriter& out) {
     const CpuInfo& info = machine.shared<CpuInfo>();
     const std::vector<std::string> flags = flagsOf(info, package.first());
-    out.boolean("Is64Bit", is64Bit(machine, flags));
+    out.boolean("Is64Bit", is64Bit(machine, package.first(), flags));
     if (has(flags, "vmx")) out.text("HardwareVirtualization", "VT-x");
     if (has(flags, "svm")) out.text("HardwareVirtualization", "AMD-V");
     if (has(flags, "sie")) out.text("HardwareVirtualization", "SIE");

@@ -1,0 +1,191 @@
+// What is read from captured EDIDs against what two decoders say of them.
+#include <gtest/gtest.h>
+
+#include <cmath>
+#include <cstdio>
+#include <filesystem>
+
+#include "scanners/zukhw/parse.h"
+#include "scanners/zukhw/text.h"
+#include "tests/support/files.h"
+#include "tests/zukhw/captures.h"
+#include "tests/zukhw/test_machine.h"
+
+namespace {
+
+namespace fs = std::filesystem;
+
+std::vector<std::string> edidNames() {
+    std::vector<std::string> names;
+    for (const auto& entry : fs::directory_iterator(capturesFolder() + "/edid")) {
+        const std::string name = entry.path().filename().string();
+        if (!endsWith(name, ".txt")) names.push_back(name);
+    }
+    std::sort(names.begin(), names.end());
+    return names;
+}
+
+Fields monitorWith(const std::string& edid) {
+    TestMachine machine("sys/class/drm/card0-HDMI-A-1/status: connected\n");
+    fs::copy_file(capturesFolder() + "/edid/" + edid, machine.root() + "/sys/class/drm/card0-HDMI-A-1/edid");
+    return collectOne(machine, "Monitor");
+}
+
+// The rest of the first line that begins so, blanks aside.
+std::string after(const std::string& text, std::string_view start) {
+    for (const std::string_view line : lines(text)) {
+        if (startsWith(trim(line), start)) return cleanText(trim(line).substr(start.size()));
+    }
+    return "";
+}
+
+// The quoted texts of all lines that begin so, as one.
+std::string quotedAfter(const std::string& text, std::string_view start) {
+    std::vector<std::string> parts;
+    for (const std::string_view line : lines(text)) {
+        const std::size_t open = line.find('\'');
+        if (!startsWith(trim(line), start) || open == std::string_view::npos) continue;
+        parts.push_back(cleanText(line.substr(open + 1, line.rfind('\'') - open - 1)));
+    }
+    return join(parts, " ");
+}
+
+// Puts a field down as expected when the text, read by the format, has it.
+using Expected = std::map<std::string, std::string>;
+
+void expectIdentity(const std::string& text, Expected* expected) {
+    (*expected)["EdidVersion"] = after(text, "EDID Structure Version & Revision:");
+    (*expected)["ManufacturerId"] = after(text, "Manufacturer:");
+    char code[8] = "";
+    const auto product = parseDecimal(after(text, "Model:"));
+    if (product) std::snprintf(code, sizeof code, "%04x", static_cast<unsigned>(*product));
+    (*expected)["ProductCode"] = code;
+    const std::string serial = after(text, "Serial Number:");
+    const bool isFilled = serial != "0" && serial != "16843009" && serial != "4294967295";
+    (*expected)["SerialCode"] = isFilled ? serial : "";
+    (*expected)["Model"] = quotedAfter(text, "Display Product Name:");
+    if ((*expected)["Model"].empty()) (*expected)["Model"] = quotedAfter(text, "Alphanumeric Data String:");
+    (*expected)["SerialNumber"] = quotedAfter(text, "Display Product Serial Number:");
+    const std::string made = after(text, "Made in:");
+    unsigned week = 0;
+    unsigned year = 0;
+    if (std::sscanf(made.c_str(), "week %u of %u", &week, &year) == 2) {
+        (*expected)["ManufactureWeek"] = std::to_string(week);
+        (*expected)["ManufactureYear"] = std::to_string(year);
+    } else {
+        (*expected)["ManufactureYear"] = made;
+    }
+    (*expected)["ModelYear"] = after(text, "Model year:");
+}
+
+void expectInput(const std::string& text, Expected* expected) {
+    (*expected)["Input"] = text.find("Digital display") != std::string::npos ? "Digital" : "Analog";
+    (*expected)["BitsPerColor"] = after(text, "Bits per primary color channel:");
+    for (const char* interface : {"DVI", "HDMI-a", "HDMI-b", "MDDI", "DisplayPort"}) {
+        if (text.find("    " + std::string(interface) + " interface\n") != std::string::npos) {
+            (*expected)["DigitalInterface"] = interface;
+        }
+    }
+    unsigned minV, maxV, minH, maxH, clock;
+    const std::size_t ranges = text.find("Monitor ranges");
+    if (ranges == std::string::npos) return;
+    const std::string line = text.substr(text.find("): ", ranges) + 3, 100);
+    const int found = std::sscanf(line.c_str(), "%u-%u Hz V, %u-%u kHz H, max dotclock %u MHz", &minV, &maxV,
+                                  &minH, &maxH, &clock);
+    if (found < 4) return;
+    (*expected)["MinVerticalHz"] = std::to_string(minV);
+    (*expected)["MaxVerticalHz"] = std::to_string(maxV);
+    (*expected)["MinHorizontalKHz"] = std::to_string(minH);
+    (*expected)["MaxHorizontalKHz"] = std::to_string(maxH);
+    if (found == 5) (*expected)["MaxPixelClockKHz"] = std::to_string(clock * 1000);
+}
+
+// "1280x1024   60.019740 Hz   5:4     63.981 kHz    108.000000 MHz (338 mm x 270 mm)"
+void expectTimingAndSize(const std::string& text, Expected* expected) {
+    unsigned width = 0, height = 0;
+    if (std::sscanf(after(text, "Maximum image size:").c_str(), "%u cm x %u cm", &width, &height) == 2) {
+        width *= 10;
+        height *= 10;
+    }
+    const std::string timing = after(text, "DTD 1:");
+    unsigned x, y, exactWidth, exactHeight;
+    double hertz;
+    const std::size_t size = timing.find('(');
+    if (std::sscanf(timing.c_str(), "%ux%u%*[i ]%lf Hz", &x, &y, &hertz) == 3) {
+        (*expected)["PreferredResolution"] = std::to_string(x) + 'x' + std::to_string(y);
+        (*expected)["PreferredRefreshMilliHertz"] = std::to_string(std::lround(hertz * 1000));
+    }
+    if (size != std::string::npos &&
+        std::sscanf(timing.c_str() + size, "(%u mm x %u mm)", &exactWidth, &exactHeight) == 2) {
+        width = exactWidth;
+        height = exactHeight;
+    }
+    if (width == 0 || height == 0) return;
+    (*expected)["WidthMillimetres"] = std::to_string(width);
+    (*expected)["HeightMillimetres"] = std::to_string(height);
+    (*expected)["DiagonalMillimetres"] = std::to_string(std::lround(std::hypot(width, height)));
+}
+
+TEST(EdidCaptures, AreReadAsTheirDecoderReadsThem) {
+    SKIP_WITHOUT_CAPTURES();
+    static constexpr const char* kFields[] = {"ManufacturerId",
+                                              "ProductCode",
+                                              "Model",
+                                              "SerialNumber",
+                                              "SerialCode",
+                                              "ManufactureYear",
+                                              "ManufactureWeek",
+                                              "ModelYear",
+                                              "EdidVersion",
+                                              "Input",
+                                              "DigitalInterface",
+                                              "BitsPerColor",
+                                              "WidthMillimetres",
+                                              "HeightMillimetres",
+                                              "DiagonalMillimetres",
+                                              "PreferredResolution",
+                                              "PreferredRefreshMilliHertz",
+                                              "MaxPixelClockKHz",
+                                              "MinVerticalHz",
+                                              "MaxVerticalHz",
+                                              "MinHorizontalKHz",
+                                              "MaxHorizontalKHz"};
+    for (const std::string& name : edidNames()) {
+        const std::string text = captureText("edid/" + name + ".decoded.txt");
+        Expected expected;
+        expectIdentity(text, &expected);
+        expectInput(text, &expected);
+        expectTimingAndSize(text, &expected);
+        const Fields monitor = monitorWith(name);
+        for (const char* field : kFields) {
+            const auto found = monitor.find(field);
+            EXPECT_EQ(expected[field], found == monitor.end() ? "" : found->second) << name << ' ' << field;
+        }
+        const bool isValid = text.find("should be") == std::string::npos;
+        EXPECT_EQ(isValid ? "true" : "false", monitor.at("ChecksumValid")) << name;
+    }
+}
+
+TEST(EdidCaptures, AreListedByMakerModelAndSerialNumber) {
+    SKIP_WITHOUT_CAPTURES();
+    const std::string list = captureText("edid-expected.tsv");
+    for (const std::string_view line : lines(list)) {
+        const std::vector<std::string_view> columns = split(line, '\t');
+        ASSERT_EQ(6U, columns.size()) << line;
+        const Fields monitor = monitorWith(std::string(columns[0]));
+        const auto valueOf = [&](const char* field) {
+            const auto found = monitor.find(field);
+            return found == monitor.end() ? "" : found->second;
+        };
+        EXPECT_EQ(columns[2], valueOf("Model")) << line;
+        const std::string week = valueOf("ManufactureWeek");
+        EXPECT_EQ(columns[5], (week.empty() ? "0" : week) + '/' + valueOf("ManufactureYear")) << line;
+        // A long serial number of the list is put together from two, of which the last is ours.
+        const std::string serial = valueOf("SerialNumber");
+        if (!serial.empty()) {
+            EXPECT_TRUE(serial == columns[3] || serial == columns[4]) << line << ": " << serial;
+        }
+    }
+}
+
+}  // namespace
