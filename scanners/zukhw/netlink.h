@@ -2,9 +2,9 @@
 
 #include <cstdint>
 #include <map>
-#include <optional>
-#include <string>
 #include <vector>
+
+#include "scanners/zukhw/netlink_messages.h"
 
 class Machine;
 
@@ -14,29 +14,13 @@ class Machine;
 // machine.shared<NetlinkLinks>()
 class NetlinkLinks {
   public:
-    struct Link {
-        std::string infoKind;          // "veth", "dummy"; empty for most physical ones
-        std::string permanentAddress;  // its bytes
-    };
-
     explicit NetlinkLinks(Machine& machine);
 
     // Null when there is no interface with this index.
-    const Link* find(std::uint64_t index) const;
+    const NetlinkLink* find(std::uint64_t index) const;
 
   private:
-    std::map<std::uint64_t, Link> links_;
-};
-
-// An IPv4 address of an interface; addresses in network byte order.
-struct NetlinkAddress {
-    std::uint64_t interfaceIndex = 0;
-    unsigned prefixLength = 0;
-    unsigned scope = 0;  // RT_SCOPE_*
-    std::uint32_t flags = 0;
-    std::uint32_t local = 0;
-    std::optional<std::uint32_t> peer, broadcast;
-    std::string label;
+    std::map<std::uint64_t, NetlinkLink> links_;
 };
 
 // All of them, in the order in which the kernel reports them.

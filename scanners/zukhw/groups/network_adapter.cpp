@@ -53,7 +53,7 @@ std::string colonHex(std::string_view bytes) {
 }
 
 std::string permanentAddress(Machine& machine, const Adapter& adapter) {
-    const NetlinkLinks::Link* link = machine.shared<NetlinkLinks>().find(adapter.interface.index);
+    const NetlinkLink* link = machine.shared<NetlinkLinks>().find(adapter.interface.index);
     if (link != nullptr && !link->permanentAddress.empty())
         return cleanMacAddress(colonHex(link->permanentAddress));
     if (!adapter.has("bonding_slave")) return "";
@@ -61,7 +61,7 @@ std::string permanentAddress(Machine& machine, const Adapter& adapter) {
 }
 
 std::string_view kindOf(Machine& machine, const Adapter& adapter) {
-    const NetlinkLinks::Link* link = machine.shared<NetlinkLinks>().find(adapter.interface.index);
+    const NetlinkLink* link = machine.shared<NetlinkLinks>().find(adapter.interface.index);
     const std::string uevent = machine.text(adapter.path + "/uevent");
     return netKind({std::string(findValue(uevent, "DEVTYPE", '=').value_or("")),
                     link != nullptr ? link->infoKind : "", machine.text(adapter.path + "/type"),
