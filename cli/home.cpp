@@ -2,16 +2,17 @@
 
 #include <unistd.h>
 
-#include <filesystem>
-
 namespace fs = std::filesystem;
 
-std::optional<std::string> findHome() {
+fs::path programDirectory() {
     std::error_code error;
     const fs::path self = fs::read_symlink("/proc/self/exe", error);
-    if (error) return std::nullopt;
+    return error ? fs::path() : self.parent_path();
+}
 
-    const fs::path beside = self.parent_path();
+std::optional<std::string> findHome() {
+    const fs::path beside = programDirectory();
+    if (beside.empty()) return std::nullopt;
     for (const fs::path& directory : {beside, (beside / ZUK_SCANNERS_FROM_COMMAND).lexically_normal()}) {
         if (access((directory / "zukhw").c_str(), X_OK) == 0) return directory.string();
     }

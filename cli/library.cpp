@@ -9,20 +9,19 @@ namespace {
 
 constexpr int kNoTemporaryDirectory = 6;
 
-// The directory as the library takes it: one byte a character; quoted where it has blanks, since it becomes
-// part of a command line that is split at them.
+// The directory as the library takes it; quoted where it has blanks, since it becomes part of a command line
+// that is split at them.
 std::wstring homeArgument(const std::string& directory) {
-    std::wstring wide;
-    for (const char byte : directory) wide.push_back(static_cast<unsigned char>(byte));
+    const std::wstring wide = bytesAsWide(directory);
     return wide.find_first_of(L" \t") == std::wstring::npos ? wide : L'"' + wide + L'"';
 }
+
+}  // namespace
 
 void printMessage(int, int, void*, const char* location, const char* text) {
     const std::string line = toUtf8(printable(fromLocale(text)));
     std::fprintf(stderr, "zuk: %s: %s\n", location, line.c_str());
 }
-
-}  // namespace
 
 Library::Library(std::optional<std::string> home, bool verbose)
     : home_(std::move(home)), log_(verbose ? printMessage : nullptr) {

@@ -10,6 +10,9 @@ struct ReleaseLibrary {
     void operator()(ZUKCtx* context) const { ZUK_free(context); }
 };
 
+// A ZUK_log_callback that shows every message on standard error.
+void printMessage(int level, int logger, void* userData, const char* location, const char* text);
+
 // The library, opened for this program. Throws Failure when it cannot be.
 class Library {
   public:
@@ -18,8 +21,11 @@ class Library {
 
     ZUKCtx* get() const { return context_.get(); }
     ZUK_log_callback logCallback() const { return log_; }
+    bool isVerbose() const { return log_ != nullptr; }
     // The directory of the scanners in words, for messages.
     std::string homeInWords() const;
+    // How to call one of the scanners oneself, for messages.
+    std::string scanner(const std::string& program) const { return home_ ? *home_ + "/" + program : program; }
 
   private:
     std::optional<std::string> home_;

@@ -12,10 +12,11 @@
 
 namespace {
 
-const Subcommand* const kSubcommands[] = {&kHwCommand, &kGroupsCommand};
+const Subcommand* const kSubcommands[] = {&kHwCommand, &kSwCommand, &kGroupsCommand};
 
 std::string help() {
-    std::string text = "zuk lists what a Linux machine has.\n\nusage: zuk COMMAND [OPTION...]\n\n";
+    std::string text =
+        "zuk lists what a Linux machine has: hardware and software.\n\nusage: zuk COMMAND [OPTION...]\n\n";
     for (const Subcommand* subcommand : kSubcommands) {
         char line[128];
         std::snprintf(line, sizeof line, "  %-8s  %s\n", subcommand->name, subcommand->summary);
@@ -44,7 +45,7 @@ Answer answer(const std::vector<std::string>& words) {
     if (words[0] == "--version") return std::string("zuk " ZUK_VERSION "\n");
 
     const Subcommand& subcommand = findSubcommand(words[0]);
-    const Options options = parseOptions({words.begin() + 1, words.end()});
+    const Options options = parseOptions({words.begin() + 1, words.end()}, subcommand.valueOptions);
     if (options.help) return std::string(subcommand.help);
     const EndingSignals signals;
     return subcommand.run(options);

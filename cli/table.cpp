@@ -1,6 +1,7 @@
 #include "cli/table.h"
 
 #include <algorithm>
+#include <numeric>
 #include <string_view>
 
 #include "cli/text.h"
@@ -19,14 +20,26 @@ std::wstring cut(const std::wstring& text, std::size_t width) {
     return text.substr(0, fitting(text, width - 1)) + L'\u2026';
 }
 
+std::wstring cutBegin(const std::wstring& text, std::size_t width) {
+    if (columns(text) <= width) return text;
+    std::size_t begin = 1;
+    while (begin < text.size() && columns(std::wstring_view(text).substr(begin)) > width - 1) ++begin;
+    return L'\u2026' + text.substr(begin);
+}
+
 std::wstring padded(const std::wstring& text, std::size_t width, bool alignRight) {
     const std::wstring padding = blanks(width - columns(text));
     return alignRight ? padding + text : text + padding;
 }
 
-std::size_t widthOf(const Column& column, const Page& page) {
+std::size_t naturalWidth(const Column& column) {
     std::size_t width = columns(column.title);
     for (const std::wstring& cell : column.cells) width = std::max(width, columns(cell));
+    return width;
+}
+
+std::size_t widthOf(const Column& column, const Page& page) {
+    const std::size_t width = naturalWidth(column);
     return page.clip ? std::min(width, (page.width - kIndent - kGap) / 2) : width;
 }
 
@@ -37,7 +50,8 @@ std::wstring line(const std::vector<const Column*>& block, const std::vector<std
     std::wstring out = blanks(kIndent);
     for (std::size_t i = 0; i < block.size(); ++i) {
         if (i > 0) out += blanks(kGap);
-        out += padded(cut(textOf(*block[i]), widths[i]), widths[i], block[i]->alignRight);
+        const auto shorten = block[i]->keepEnd ? cutBegin : cut;
+        out += padded(shorten(textOf(*block[i]), widths[i]), widths[i], block[i]->alignRight);
     }
     out.erase(out.find_last_not_of(L' ') + 1);
     return out + L'\n';
@@ -49,6 +63,27 @@ std::wstring formatBlock(const std::vector<const Column*>& block, const std::vec
         out += line(block, widths, [row](const Column& column) { return column.cells[row]; });
     }
     return out;
+}
+
+std::vector<std::size_t> naturalWidths(const std::vector<Column>& columns) {
+    std::vector<std::size_t> widths;
+    widths.reserve(columns.size());
+    for (const Column& column : columns) widths.push_back(naturalWidth(column));
+    return widths;
+}
+
+std::size_t lineWidth(const std::vector<std::size_t>& widths) {
+    return std::accumulate(widths.begin(), widths.end(), kIndent + kGap * (widths.size() - 1));
+}
+
+// Takes one column after the other off the widest until they fit.
+void fit(std::vector<std::size_t>& widths, const Page& page) {
+    constexpr std::size_t kNarrowest = 4;
+    for (std::size_t sum = lineWidth(widths); sum > page.width; --sum) {
+        const auto widest = std::max_element(widths.begin(), widths.end());
+        if (*widest <= kNarrowest) return;
+        --*widest;
+    }
 }
 
 // Where to break a text that is too long for its line, of which `most` characters fit: at the last blank
@@ -90,6 +125,19 @@ std::wstring formatColumns(const std::vector<Column>& columns, const Page& page)
         if (next == columns.size()) break;
     }
     return out;
+}
+
+bool fits(const std::vector<Column>& columns, const Page& page) {
+    return !page.clip || lineWidth(naturalWidths(columns)) <= page.width;
+}
+
+std::wstring formatFitted(const std::vector<Column>& columns, const Page& page) {
+    std::vector<const Column*> block;
+    block.reserve(columns.size());
+    for (const Column& column : columns) block.push_back(&column);
+    std::vector<std::size_t> widths = naturalWidths(columns);
+    if (page.clip) fit(widths, page);
+    return formatBlock(block, widths);
 }
 
 std::wstring formatList(const std::vector<std::pair<std::wstring, std::wstring>>& list, std::size_t indent,

@@ -11,11 +11,19 @@ struct Column {
     std::wstring title;
     std::vector<std::wstring> cells;
     bool alignRight;
+    bool keepEnd = false;  // of a cell that is cut the end stays, as paths want it
 };
 
 // Rows under titles. Columns that do not fit side by side go on below, the first one repeated; a cell
 // wider than half a clipping page is cut. All texts must be printable.
 std::wstring formatColumns(const std::vector<Column>& columns, const Page& page);
+
+// Whether nothing must be cut for the columns to stand side by side.
+bool fits(const std::vector<Column>& columns, const Page& page);
+
+// Rows under titles, side by side. On a clipping page the widest columns are cut until all fit. All texts
+// must be printable.
+std::wstring formatFitted(const std::vector<Column>& columns, const Page& page);
 
 // The text from column `start` on: on a clipping page wrapped, further lines indented as far. It must be
 // printable.

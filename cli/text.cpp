@@ -95,3 +95,17 @@ std::size_t fitting(std::wstring_view text, std::size_t width) {
     }
     return text.size();
 }
+
+std::wstring bytesAsWide(std::string_view bytes) {
+    std::wstring wide;
+    wide.reserve(bytes.size());
+    for (const char byte : bytes) wide.push_back(static_cast<unsigned char>(byte));
+    return wide;
+}
+
+std::string wideAsBytes(std::wstring_view wide) {
+    std::string bytes;
+    bytes.reserve(wide.size());
+    for (const wchar_t character : wide) bytes.push_back(static_cast<char>(character));
+    return bytes;
+}

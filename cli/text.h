@@ -22,3 +22,9 @@ std::size_t columns(std::wstring_view text);
 
 // The longest beginning of a printable text that takes at most `width` columns: its number of characters.
 std::size_t fitting(std::wstring_view text, std::size_t width);
+
+// One character a byte: how the library takes paths and what goes into the scanners' files.
+std::wstring bytesAsWide(std::string_view bytes);
+
+// Back from one character a byte.
+std::string wideAsBytes(std::wstring_view wide);

@@ -22,6 +22,7 @@ const char* const kFiles[] = {
     "include/zuk/frame/xml_parser.h",
     "libexec/zuk/bin/zukhw",
     "libexec/zuk/bin/zuksw",
+    "share/zuk/signatures/databases.xml",
     "share/zuk/zuk.ini",
 };
 const char* const kLibraryFiles[] = {
@@ -44,6 +45,22 @@ TEST(Installation, CommandFindsItsLibraryAndItsScannerWhereverTheTreeIsMoved) {
     fs::rename(zuk.prefix(), moved);
     const ShellResult result = shell("env -u LD_LIBRARY_PATH " + moved + "/bin/zuk hw memory");
     EXPECT_THAT(result.out, ContainsRegex("TotalBytes +[0-9]+\n")) << result.err;
+}
+
+TEST(Installation, CommandFindsItsCatalogueWhereverTheTreeIsMoved) {
+    const Installation zuk;
+    const std::string moved = zuk.folder().path() + "/moved";
+    fs::rename(zuk.prefix(), moved);
+    const ShellResult result =
+        shell("env -u LD_LIBRARY_PATH " + moved + "/bin/zuk sw --json --plugin system.Prefix=" + moved);
+    EXPECT_EQ(0, result.status) << result.err;
+}
+
+TEST(Installation, HasOfTheCatalogueTheSignaturesAlone) {
+    const Installation zuk;
+    for (const auto& entry : fs::directory_iterator(zuk.prefix() + "/share/zuk/signatures")) {
+        EXPECT_EQ(".xml", entry.path().extension()) << entry.path();
+    }
 }
 
 TEST(Installation, IniFileNamesTheDirectoryAboveTheScanners) {
