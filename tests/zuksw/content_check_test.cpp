@@ -149,4 +149,14 @@ TEST_F(ContentCheckTest, RefusesWhatMakesNoSense) {
     }
 }
 
+TEST_F(ContentCheckTest, OpensAFileOnceForAllConditions) {
+    file("/f", "\177ELF a b c");
+    const std::string conditions =
+        "<File as=\"f\" path=\"/f\" format=\"elf\"/><Content of=\"f\" match=\"a\"/>"
+        "<Content of=\"f\" match=\"b\"/>";
+    const ScanResult result = scan(signature(conditions) + signature(conditions));
+    EXPECT_NE(std::string::npos, result.messages.find("results=2 ")) << result.messages;
+    EXPECT_NE(std::string::npos, result.messages.find(" opened=1 ")) << result.messages;
+}
+
 }  // namespace

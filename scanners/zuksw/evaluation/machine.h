@@ -9,6 +9,7 @@
 #include "scanners/zuksw/evaluation/value.h"
 #include "scanners/zuksw/files/file_object.h"
 #include "scanners/zuksw/files/file_tree.h"
+#include "scanners/zuksw/files/open_files.h"
 #include "scanners/zuksw/language/pattern.h"
 #include "scanners/zuksw/output/events.h"
 #include "scanners/zuksw/setup/budget.h"
@@ -41,6 +42,7 @@ class Machine {
 
     Gaps gaps;
     FileFinder files;
+    OpenFiles openFiles;
     SystemFacts system;
     ProcessTable processes;
     LibraryPaths libraries;

@@ -12,6 +12,7 @@ namespace zuksw {
 namespace {
 
 constexpr std::uint64_t kMargin = std::uint64_t{64} * 1024;  // a match may begin or end in zeros
+constexpr std::uint64_t kLarge = std::uint64_t{64} * 1024;   // worth the call that releases it
 
 std::uint64_t pageSize() {
     static const auto kSize = static_cast<std::uint64_t>(::sysconf(_SC_PAGESIZE));
@@ -40,8 +41,14 @@ std::shared_ptr<Contents> Contents::ofFile(FileDescriptor fd, std::uint64_t size
     return contents->guard_->stands() ? contents : nullptr;
 }
 
+// Pages that are still mapped would stay.
 Contents::~Contents() {
+    guard_.reset();
     if (map_ != nullptr) ::munmap(map_, bytes_.size());
+    for (const Range& range : brought_) {
+        ::posix_fadvise(fd_.get(), static_cast<off_t>(range.begin),
+                        static_cast<off_t>(range.end - range.begin), POSIX_FADV_DONTNEED);
+    }
 }
 
 std::vector<Range> Contents::stored(Range range) const {
@@ -69,24 +76,25 @@ std::vector<Range> Contents::stored(Range range) const {
     return ranges;
 }
 
+// A range of which something is in memory already belongs to somebody.
+bool Contents::isResident(Range pages) const {
+    std::vector<unsigned char> resident((pages.end - pages.begin + pageSize() - 1) / pageSize());
+    if (::mincore(at(pages.begin), pages.end - pages.begin, resident.data()) != 0) return true;
+    return std::any_of(resident.begin(), resident.end(), [](unsigned char page) { return (page & 1U) != 0; });
+}
+
 Contents::Reading::Reading(const Contents& contents, Range range) : contents_(contents) {
     if (contents_.map_ == nullptr || range.begin >= range.end) return;
     pages_ = {range.begin / pageSize() * pageSize(), range.end};
-    std::vector<unsigned char> resident((pages_.end - pages_.begin + pageSize() - 1) / pageSize());
-    auto* begin = static_cast<char*>(contents_.map_) + pages_.begin;
-    if (::mincore(begin, pages_.end - pages_.begin, resident.data()) != 0) return;
-    wasResident_ =
-        std::any_of(resident.begin(), resident.end(), [](unsigned char page) { return (page & 1U) != 0; });
-    ::madvise(begin, pages_.end - pages_.begin, MADV_SEQUENTIAL);
+    if (contents_.isResident(pages_)) return;
+    ::madvise(contents_.at(pages_.begin), pages_.end - pages_.begin, MADV_SEQUENTIAL);
+    const std::lock_guard<std::mutex> lock(contents_.mutex_);
+    contents_.brought_.push_back(pages_);
 }
 
-// A range of which something was in memory before belongs to somebody; it stays.
 Contents::Reading::~Reading() {
-    if (wasResident_) return;
-    auto* begin = static_cast<char*>(contents_.map_) + pages_.begin;
-    ::madvise(begin, pages_.end - pages_.begin, MADV_DONTNEED);
-    ::posix_fadvise(contents_.fd_.get(), static_cast<off_t>(pages_.begin),
-                    static_cast<off_t>(pages_.end - pages_.begin), POSIX_FADV_DONTNEED);
+    if (pages_.end - pages_.begin < kLarge) return;
+    ::madvise(contents_.at(pages_.begin), pages_.end - pages_.begin, MADV_DONTNEED);
 }
 
 }  // namespace zuksw

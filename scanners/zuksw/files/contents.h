@@ -2,6 +2,7 @@
 
 #include <cstdint>
 #include <memory>
+#include <mutex>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -17,7 +18,7 @@ struct Range {
     std::uint64_t end = 0;
 };
 
-/** The bytes of a file, mapped, or of an archive's member, in memory. One thread at a time. */
+/** The bytes of a file, mapped, or of an archive's member, in memory. Any thread may read them. */
 class Contents {
   public:
     /** Null when the file cannot be mapped. */
@@ -36,8 +37,9 @@ class Contents {
      * a hole say nothing, and a hole can be as large as a disk is not. */
     std::vector<Range> stored(Range range) const;
 
-    /** Stands while a range is read. Pages that it brought into memory go when it goes, so that a scan does
-     * not push out what the machine works with. */
+    /** Stands while a range is read; afterwards a large one takes no memory of this process any more. What it
+     *  brought into the machine's memory goes with the contents, so that a scan does not push out what the
+     *  machine works with. */
     class Reading {
       public:
         Reading(const Contents& contents, Range range);
@@ -48,17 +50,20 @@ class Contents {
       private:
         const Contents& contents_;
         Range pages_;
-        bool wasResident_ = true;
     };
 
   private:
     Contents() = default;
+    bool isResident(Range pages) const;
+    char* at(std::uint64_t offset) const { return static_cast<char*>(map_) + offset; }
 
     FileDescriptor fd_;
     std::string memory_;
     std::string_view bytes_;
     void* map_ = nullptr;
     std::optional<FaultGuard> guard_;
+    mutable std::mutex mutex_;
+    mutable std::vector<Range> brought_;  // what was not in memory before it was read
 };
 
 }  // namespace zuksw

@@ -105,6 +105,12 @@ Opened DiskFile::open(Machine& machine) const {
         machine.events.add(EventCode::kDenied, {}, "content that must not be read (content/Deny)", path());
         return {nullptr, toCauses(Cause::kDenied)};
     }
+    Opened opened;
+    opened.contents = machine.openFiles.get(path(), [&] { return (opened = openAnew(machine)).contents; });
+    return opened;
+}
+
+Opened DiskFile::openAnew(Machine& machine) const {
     FileDescriptor fd = machine.tree.openRegular(path());
     if (!fd.valid()) {
         if (errno == ENOENT || errno == ENOTDIR) return {};

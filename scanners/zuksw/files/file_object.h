@@ -64,6 +64,8 @@ class DiskFile : public FileObject {
     Text specialProperty(std::string_view name, Machine& machine) const override;
 
   private:
+    Opened openAnew(Machine& machine) const;
+
     struct stat facts_;
     std::string link_;
 };
