@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <iterator>
 
+#include "cli/column_choice.h"
 #include "cli/field_kind.h"
 #include "cli/table.h"
 #include "cli/text.h"
@@ -49,6 +50,25 @@ Column makeColumn(const Group& group, const std::wstring& name) {
     return column;
 }
 
+// A value for a list. On a terminal six lines of a long one are enough.
+std::wstring listed(const std::wstring& value, const Page& page) {
+    constexpr std::size_t kLines = 6;
+    const std::wstring text = printable(value);
+    const std::size_t end = page.clip ? fitting(text, kLines * page.width) : text.size();
+    return end == text.size() ? text : text.substr(0, end) + L'\u2026';
+}
+
+// A terminal gets one table, of the columns that it has room for.
+std::wstring formatChosen(const std::wstring& group, const std::vector<Column>& columns, const Page& page) {
+    const ColumnChoice choice = chooseColumns(group, columns, page);
+    std::wstring out = formatFitted(choice.shown, page);
+    if (choice.left.empty()) return out;
+    std::wstring left;
+    for (const std::wstring& title : choice.left) left += (left.empty() ? L"" : L", ") + title;
+    const std::wstring head = L"  not shown: ";
+    return out + head + wrapped(left, head.size(), page) + L"\n";
+}
+
 std::wstring formatRows(const Group& group, const Page& page) {
     const std::vector<Instance>& instances = group.instances;
     std::vector<Column> differing;
@@ -56,19 +76,19 @@ std::wstring formatRows(const Group& group, const Page& page) {
     for (const std::wstring& name : fieldNames(instances)) {
         // The first field tells the instances apart and stays.
         if (!differing.empty() && allAgree(instances, name)) {
-            common.emplace_back(printable(name), printable(*find(instances.front(), name)));
+            common.emplace_back(printable(name), listed(*find(instances.front(), name), page));
         } else {
             differing.push_back(makeColumn(group, name));
         }
     }
-    std::wstring out = differing.empty() ? L"" : formatColumns(differing, page);
+    std::wstring out = page.clip ? formatChosen(group.name, differing, page) : formatColumns(differing, page);
     if (!common.empty()) out += L"  all of them:\n" + formatList(common, 2 * kIndent, page);
     return out;
 }
 
 std::wstring formatInstance(const Instance& instance, const Page& page) {
     std::vector<std::pair<std::wstring, std::wstring>> list;
-    for (const auto& [name, value] : instance) list.emplace_back(printable(name), printable(value));
+    for (const auto& [name, value] : instance) list.emplace_back(printable(name), listed(value, page));
     return formatList(list, kIndent, page);
 }
 

@@ -36,6 +36,6 @@ in any case, or a number; "zuk groups" lists them.
   -v, --verbose  show the library's messages on standard error
   -h, --help     print this text
 
-A terminal gets a table that fits it, long cells cut. A file or a pipe gets everything.
+A terminal gets tables that fit it: the columns that tell most, long cells cut. A file or a pipe gets everything.
 )",
                                runHw};

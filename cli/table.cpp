@@ -8,8 +8,8 @@
 
 namespace {
 
-constexpr std::size_t kIndent = 2;
-constexpr std::size_t kGap = 2;
+constexpr std::size_t kIndent = kColumnGap;
+constexpr std::size_t kGap = kColumnGap;
 
 std::wstring blanks(std::size_t count) {
     return std::wstring(count, L' ');
@@ -32,14 +32,8 @@ std::wstring padded(const std::wstring& text, std::size_t width, bool alignRight
     return alignRight ? padding + text : text + padding;
 }
 
-std::size_t naturalWidth(const Column& column) {
-    std::size_t width = columns(column.title);
-    for (const std::wstring& cell : column.cells) width = std::max(width, columns(cell));
-    return width;
-}
-
 std::size_t widthOf(const Column& column, const Page& page) {
-    const std::size_t width = naturalWidth(column);
+    const std::size_t width = widthOf(column);
     return page.clip ? std::min(width, (page.width - kIndent - kGap) / 2) : width;
 }
 
@@ -68,7 +62,7 @@ std::wstring formatBlock(const std::vector<const Column*>& block, const std::vec
 std::vector<std::size_t> naturalWidths(const std::vector<Column>& columns) {
     std::vector<std::size_t> widths;
     widths.reserve(columns.size());
-    for (const Column& column : columns) widths.push_back(naturalWidth(column));
+    for (const Column& column : columns) widths.push_back(widthOf(column));
     return widths;
 }
 
@@ -94,6 +88,12 @@ std::size_t breakPoint(std::wstring_view text, std::size_t most) {
 }
 
 }  // namespace
+
+std::size_t widthOf(const Column& column) {
+    std::size_t width = columns(column.title);
+    for (const std::wstring& cell : column.cells) width = std::max(width, columns(cell));
+    return width;
+}
 
 std::wstring wrapped(std::wstring_view text, std::size_t start, const Page& page) {
     if (!page.clip) return std::wstring(text);

@@ -14,6 +14,12 @@ struct Column {
     bool keepEnd = false;  // of a cell that is cut the end stays, as paths want it
 };
 
+// What stands before each column: the table's indentation, or the gap to the column before it.
+constexpr std::size_t kColumnGap = 2;
+
+// The columns of the page that a whole one takes.
+std::size_t widthOf(const Column& column);
+
 // Rows under titles. Columns that do not fit side by side go on below, the first one repeated; a cell
 // wider than half a clipping page is cut. All texts must be printable.
 std::wstring formatColumns(const std::vector<Column>& columns, const Page& page);

@@ -1,5 +1,6 @@
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <clocale>
 
 #include "cli/group_page.h"
@@ -77,15 +78,36 @@ TEST_F(PageLayout, ColumnsThatDoNotFitGoOnBelowWithTheFirstRepeated) {
                kFile));
 }
 
-TEST_F(PageLayout, ATerminalCutsLongCells) {
+TEST_F(PageLayout, ATerminalGetsTheColumnsThatItHasRoomFor) {
+    const auto disk = [](const wchar_t* name, const wchar_t* model, const wchar_t* wwn) -> Instance {
+        return {{L"Wwn", wwn}, {L"DeviceName", name}, {L"BusAddress", wwn}, {L"Model", model}};
+    };
     EXPECT_EQ(
         "Storage (2)\n"
-        "  Name  Model\n"
-        "  a     abcdefghijkl\u2026\n"
-        "  b     x\n",
-        textOf({{{L"Name", L"a"}, {L"Model", L"abcdefghijklmnopqrstuvwxyz"}},
-                {{L"Name", L"b"}, {L"Model", L"x"}}},
+        "  DeviceName  Model  Wwn\n"
+        "  sda         Fast   0123\n"
+        "  sdb         Slow   4567\n"
+        "  not shown: BusAddress\n",
+        textOf({disk(L"sda", L"Fast", L"0123"), disk(L"sdb", L"Slow", L"4567")}, kTerminal));
+}
+
+TEST_F(PageLayout, ATerminalCutsTheWidestColumnsFirst) {
+    EXPECT_EQ(
+        "Storage (2)\n"
+        "  DeviceName  Model\n"
+        "  sda         abcdefghijklmno\u2026\n"
+        "  sdb         x\n",
+        textOf({{{L"DeviceName", L"sda"}, {L"Model", L"abcdefghijklmnopqrstuvwxyz"}},
+                {{L"DeviceName", L"sdb"}, {L"Model", L"x"}}},
                kTerminal));
+}
+
+TEST_F(PageLayout, ATerminalGetsSixLinesOfALongValue) {
+    const std::wstring value(1000, L'x');
+    const std::string text = textOf({{{L"Edid", value}}}, kTerminal);
+    EXPECT_EQ(6 * 30, std::count(text.begin(), text.end(), 'x'));
+    EXPECT_NE(std::string::npos, text.find("x\u2026\n"));
+    EXPECT_EQ("Storage\n  Edid  " + toUtf8(value) + "\n", textOf({{{L"Edid", value}}}, kFile));
 }
 
 TEST_F(PageLayout, AFileGetsLongCellsWhole) {
