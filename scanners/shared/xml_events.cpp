@@ -73,6 +73,11 @@ const std::string* findAttribute(const XmlAttributes& attributes, std::string_vi
     return nullptr;
 }
 
+std::string attributeText(const XmlAttributes& attributes, std::string_view name) {
+    const std::string* value = findAttribute(attributes, name);
+    return value == nullptr ? "" : *value;
+}
+
 std::string readXmlFile(const std::string& path, XmlEvents* events) {
     const FileDescriptor fd(::open(path.c_str(), O_RDONLY | O_CLOEXEC | O_NOCTTY));
     if (!fd.valid()) return systemError(path, "cannot be opened");

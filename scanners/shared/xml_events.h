@@ -10,6 +10,8 @@ using XmlAttributes = std::vector<std::pair<std::string, std::string>>;
 
 // The value of the attribute `name`, or null.
 const std::string* findAttribute(const XmlAttributes& attributes, std::string_view name);
+// The same; empty when there is none.
+std::string attributeText(const XmlAttributes& attributes, std::string_view name);
 
 // Receives a document's events in order; names and text are UTF-8.
 class XmlEvents {

@@ -1,3 +1,4 @@
+#include <initializer_list>
 #include <string>
 #include <utility>
 
@@ -10,6 +11,7 @@
 namespace {
 
 constexpr std::uint64_t kMebibyte = std::uint64_t{1} << 20U;
+const std::string kNspawnStart = "etc/systemd/system/machines.target.wants/systemd-nspawn@";
 
 // "scsi0", "unused1" is none.
 bool isDisk(std::string_view key) {
@@ -32,6 +34,39 @@ std::string macIn(std::string_view value) {
     return "";
 }
 
+// Notes are kept as comments, with %3A for a colon.
+std::string decodePercent(std::string_view text) {
+    std::string out;
+    for (std::size_t i = 0; i < text.size(); ++i) {
+        const auto code =
+            text[i] == '%' && i + 2 < text.size() ? parseHex(text.substr(i + 1, 2)) : std::nullopt;
+        out += code ? static_cast<char>(*code) : text[i];
+        if (code) i += 2;
+    }
+    return out;
+}
+
+// "creation-qemu=8.0.2,ctime=1689000000"
+std::optional<std::int64_t> creationTime(std::string_view value) {
+    constexpr std::string_view kKey = "ctime=";
+    for (const std::string_view part : split(value, ',')) {
+        if (startsWith(part, kKey)) return parseSigned(part.substr(kKey.size()));
+    }
+    return std::nullopt;
+}
+
+// Whether a process runs in one of the control groups that the container would have; no value where they
+// cannot be seen.
+std::optional<bool> isPopulated(Machine& machine, std::initializer_list<std::string> groups) {
+    const std::string top = "sys/fs/cgroup/";
+    if (!machine.exists(top + "cgroup.controllers")) return std::nullopt;
+    for (const std::string& group : groups) {
+        const std::string events = top + group + "/cgroup.events";
+        if (machine.exists(events) && findValue(machine.text(events), "populated", ' ') == "1") return true;
+    }
+    return false;
+}
+
 void setProxmoxField(Guest* guest, std::string_view key, std::string_view value) {
     const bool isNetwork = startsWith(key, "net") && parseDecimal(key.substr(3)).has_value();
     if (key == "name" || key == "hostname") guest->name = value;
@@ -41,7 +76,8 @@ void setProxmoxField(Guest* guest, std::string_view key, std::string_view value)
     }
     if (key == "cores") guest->virtualCpus = parseDecimal(value);
     if (key == "onboot") guest->autostart = value == "1";
-    if (key == "description") guest->description = value;
+    if (key == "description") guest->description = decodePercent(value);
+    if (key == "meta") guest->createdAt = creationTime(value);
     if (key == "smbios1" && value.find("uuid=") != std::string_view::npos) {
         const std::string_view rest = value.substr(value.find("uuid=") + 5);
         guest->uuid = toLower(rest.substr(0, rest.find(',')));
@@ -60,11 +96,19 @@ Guest parseProxmoxGuest(std::string_view text, bool isContainer) {
     std::uint64_t sockets = 1;
     for (const std::string_view line : lines(text)) {
         if (startsWith(line, "[")) break;  // snapshots: what it once was
+        if (startsWith(line, "#")) {
+            if (!guest.description.empty()) guest.description += ' ';
+            guest.description += decodePercent(line.substr(1));
+            continue;
+        }
         const std::size_t colon = line.find(':');
-        if (startsWith(line, "#") || colon == std::string_view::npos) continue;
+        if (colon == std::string_view::npos) continue;
         const std::string_view key = line.substr(0, colon);
         const std::string_view value = trim(line.substr(colon + 1));
-        if (key == "sockets") sockets = parseDecimal(value).value_or(1);
+        if (key == "sockets") {
+            sockets = parseDecimal(value).value_or(1);
+            if (!guest.virtualCpus) guest.virtualCpus = 1;  // what cores are when nothing else is said
+        }
         setProxmoxField(&guest, key, value);
     }
     if (!isContainer && guest.virtualCpus && sockets > 0 && *guest.virtualCpus <= UINT64_MAX / sockets)
@@ -84,6 +128,8 @@ Guest parseLxcGuest(std::string_view text) {
         if (key == "lxc.uts.name" || key == "lxc.utsname") guest.name = value;
         if (key == "lxc.rootfs.path" || key == "lxc.rootfs") guest.disks.emplace_back(value);
         if (key == "lxc.start.auto") guest.autostart = value == "1";
+        if (key == "lxc.cgroup2.memory.max" || key == "lxc.cgroup.memory.limit_in_bytes")
+            guest.memoryBytes = parseSize(value);
         const bool isAddress = startsWith(key, "lxc.net") && endsWith(key, ".hwaddr");
         if (isAddress) guest.macAddresses.push_back(toLower(value));
     }
@@ -102,7 +148,8 @@ std::vector<Guest> readProxmoxGuests(Machine& machine) {
             Guest guest = parseProxmoxGuest(*text, isContainer);
             const std::string number = name.substr(0, name.find('.'));
             if (guest.name.empty()) guest.name = number;
-            if (!isContainer) guest.running = machine.exists("run/qemu-server/" + number + ".pid");
+            guest.running = isContainer ? isPopulated(machine, {"lxc/" + number})
+                                        : machine.exists("run/qemu-server/" + number + ".pid");
             guest.path = path;
             guests.push_back(std::move(guest));
         }
@@ -119,6 +166,7 @@ std::vector<Guest> readLxcGuests(Machine& machine) {
         const auto text = machine.read(path);
         if (!text) continue;
         Guest guest = parseLxcGuest(*text);
+        guest.running = isPopulated(machine, {"lxc.payload." + name, "lxc/" + name});
         guest.name = name;  // what it is started by; what it calls itself may be another
         guest.path = path;
         guests.push_back(std::move(guest));
@@ -141,6 +189,7 @@ std::vector<Guest> readNspawnGuests(Machine& machine) {
         guest.hypervisor = "systemd-nspawn";
         guest.isContainer = true;
         guest.running = machine.exists("run/systemd/machines/" + guest.name);
+        guest.autostart = machine.facts(kNspawnStart + guest.name + ".service", false).has_value();
         guest.path = path;
         guests.push_back(std::move(guest));
     }

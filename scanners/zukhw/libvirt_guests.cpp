@@ -17,27 +17,22 @@ std::uint64_t unitOf(std::string_view name) {
     return name == "GiB" || name == "G" ? std::uint64_t{1} << 30U : 0;
 }
 
-std::string attribute(const XmlAttributes& attributes, std::string_view name) {
-    const std::string* value = findAttribute(attributes, name);
-    return value == nullptr ? "" : *value;
-}
-
 class DefinitionReader : public XmlEvents {
   public:
     void onStart(const std::string& path, const XmlAttributes& attributes) override {
         text_.clear();
         if (path == "domain") {
             isDomain_ = true;
-            guest_.hypervisor = attribute(attributes, "type");
+            guest_.hypervisor = attributeText(attributes, "type");
             guest_.isContainer = guest_.hypervisor == "lxc";
         }
-        if (path == "domain/memory") memoryUnit_ = unitOf(attribute(attributes, "unit"));
+        if (path == "domain/memory") memoryUnit_ = unitOf(attributeText(attributes, "unit"));
         if (path == "domain/devices/interface/mac") {
-            guest_.macAddresses.push_back(toLower(attribute(attributes, "address")));
+            guest_.macAddresses.push_back(toLower(attributeText(attributes, "address")));
         }
         if (path != "domain/devices/disk/source") return;
         for (const char* name : {"file", "dev", "name", "volume"}) {
-            const std::string source = attribute(attributes, name);
+            const std::string source = attributeText(attributes, name);
             if (!source.empty()) return guest_.disks.push_back(source);
         }
     }

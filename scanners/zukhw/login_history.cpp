@@ -12,7 +12,6 @@
 
 namespace {
 
-constexpr char kPath[] = "var/log/wtmp";
 constexpr std::uint64_t kMaxTail = std::uint64_t{1024} * 1024;  // more than two thousand records
 
 std::string readAt(int fd, std::uint64_t offset, std::uint64_t size) {
@@ -41,7 +40,11 @@ std::vector<Login> findLogins(const std::vector<LoginRecord>& records) {
         } else if (record->type == LoginRecord::kDead) {
             ends[record->line] = record->time;
         } else if (record->type == LoginRecord::kUser && !trim(record->user).empty()) {
-            Login login{*record, systemEnd, !systemEnd};
+            Login login;
+            login.record = *record;
+            login.ended = systemEnd;
+            login.open = !systemEnd;
+            login.source = kLoginFile;
             const auto end = ends.find(record->line);
             if (end != ends.end()) {
                 login.ended = end->second;
@@ -56,25 +59,24 @@ std::vector<Login> findLogins(const std::vector<LoginRecord>& records) {
 
 std::vector<Login> readLogins(Machine& machine) {
     constexpr std::uint64_t kHead = 64 * 400;
-    machine.deadline().check();
-    const FileDescriptor file = machine.files().openRegular(kPath);
-    const auto facts = machine.facts(kPath);
+    const FileDescriptor file = machine.open(kLoginFile);
+    const auto facts = machine.facts(kLoginFile);
     if (!file.valid() || !facts) return {};
     const LoginRecordLayout layout =
         findLoginRecordLayout(readAt(file.get(), 0, std::min(facts->size, kHead)));
     const std::uint64_t whole = facts->size / layout.size * layout.size;
     const std::uint64_t tail = std::min(whole, kMaxTail / layout.size * layout.size);
-    if (whole != facts->size) machine.sources().malformed(kPath, whole);
+    if (whole != facts->size) machine.sources().malformed(kLoginFile, whole);
     return findLogins(parseLoginRecords(readAt(file.get(), whole - tail, tail), layout));
 }
 
 // Files of assignments, one a session; they go when it ends.
 std::optional<Login> readNewestSession(Machine& machine) {
     constexpr std::int64_t kMicroseconds = 1000000;
-    const std::string directory = "run/systemd/sessions";
     std::optional<Login> newest;
-    for (const std::string& name : machine.list(directory)) {
-        const auto values = parseOsRelease(machine.read(directory + '/' + name).value_or(""));
+    for (const std::string& name : machine.list(kOpenSessions)) {
+        const std::string text = machine.read(std::string(kOpenSessions) + '/' + name).value_or("");
+        const auto values = parseOsRelease(text);
         const auto valueOf = [&](const char* key) {
             const auto found = values.find(key);
             return found == values.end() ? std::string() : found->second;
@@ -89,6 +91,9 @@ std::optional<Login> readNewestSession(Machine& machine) {
         newest->record.user = valueOf("USER");
         newest->record.line = valueOf("TTY").empty() ? valueOf("DISPLAY") : valueOf("TTY");
         newest->record.host = valueOf("REMOTE_HOST");
+        newest->service = valueOf("SERVICE");
+        newest->display = valueOf("TYPE");
+        newest->source = kOpenSessions;
     }
     return newest;
 }

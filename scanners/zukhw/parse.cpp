@@ -2,6 +2,8 @@
 
 #include <algorithm>
 #include <charconv>
+#include <ctime>
+#include <string>
 
 #include "scanners/zukhw/text.h"
 
@@ -87,6 +89,24 @@ std::optional<std::vector<unsigned>> parseCpuMask(std::string_view text) {
         }
     }
     return numbers;
+}
+
+std::optional<std::int64_t> parseIsoTime(std::string_view text) {
+    const std::string copy(trim(text));
+    std::tm parts{};
+    const char* rest = ::strptime(copy.c_str(), "%Y-%m-%dT%H:%M:%S", &parts);
+    if (rest == nullptr) return std::nullopt;
+    std::string_view zone(rest);
+    if (startsWith(zone, "."))
+        zone.remove_prefix(std::min(zone.find_first_not_of("0123456789", 1), zone.size()));
+    const std::int64_t time = ::timegm(&parts);
+    if (zone.empty() || zone == "Z") return time;
+    const auto hours = parseDecimal(zone.substr(1, 2));
+    const auto minutes = parseDecimal(zone.substr(std::min<std::size_t>(4, zone.size())));
+    const bool isOffset = zone.size() == 6 && (zone[0] == '+' || zone[0] == '-') && zone[3] == ':';
+    if (!isOffset || !hours || !minutes || *hours > 24 || *minutes > 59) return std::nullopt;
+    const auto offset = static_cast<std::int64_t>(*hours * 60 + *minutes) * 60;
+    return zone[0] == '+' ? time - offset : time + offset;
 }
 
 std::optional<std::string_view> findValue(std::string_view text, std::string_view key, char separator) {

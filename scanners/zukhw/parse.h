@@ -24,6 +24,9 @@ std::optional<std::vector<unsigned>> parseCpuList(std::string_view text);
 // A kernel bit mask, "00000000,0000000f", as the same list.
 std::optional<std::vector<unsigned>> parseCpuMask(std::string_view text);
 
+// "2026-05-20T10:11:12.123Z", with an offset instead of the Z or without either, in seconds since 1970.
+std::optional<std::int64_t> parseIsoTime(std::string_view text);
+
 // The value of the line "KEY=value" (separator '=') or "Key  : value" (':'), blanks at its ends removed; no
 // value when no line has that key.
 std::optional<std::string_view> findValue(std::string_view text, std::string_view key, char separator);

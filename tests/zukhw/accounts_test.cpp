@@ -120,15 +120,15 @@ std::string lastlog(const std::string& path, std::size_t recordSize, const std::
 TEST(LastLogins, HaveARecordForEveryUserNumber) {
     TestMachine machine(lastlog("var/log/lastlog", 292, "01 02 03 04"));
     LastLogins logins(*machine);
-    EXPECT_FALSE(logins.of(0));
-    EXPECT_EQ(0x04030201, logins.of(1));
-    EXPECT_FALSE(logins.of(2));
-    EXPECT_FALSE(logins.of(UINT32_MAX));
+    EXPECT_FALSE(logins.of(0, "ada"));
+    EXPECT_EQ(0x04030201, logins.of(1, "ada"));
+    EXPECT_FALSE(logins.of(2, "ada"));
+    EXPECT_FALSE(logins.of(UINT32_MAX, "ada"));
 }
 
 TEST(LastLogins, AreWiderWhereTimesAre) {
     TestMachine machine(lastlog("var/log/lastlog", 296, "01 02 03 04 05 00 00 00"));
-    EXPECT_EQ(0x0504030201, LastLogins(*machine).of(1));
+    EXPECT_EQ(0x0504030201, LastLogins(*machine).of(1, "ada"));
 }
 
 }  // namespace

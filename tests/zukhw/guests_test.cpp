@@ -78,6 +78,7 @@ TEST(VirtualMachineGuest, OfProxmoxIsTheStateBeforeItsSnapshots) {
                       {"MacAddresses", "bc:24:11:00:00:01"},
                       {"Disks", "local:vm-100-disk-0"},
                       {"Autostart", "true"},
+                      {"Description", "a note"},
                       {"DefinitionPath", "/etc/pve/qemu-server/100.conf"}}),
               guests[1]);
 }
@@ -95,6 +96,7 @@ TEST(VirtualMachineGuest, IsAContainerOfLxcOrNspawn) {
                       {"Hypervisor", "systemd-nspawn"},
                       {"Kind", "Container"},
                       {"State", "Running"},
+                      {"Autostart", "false"},
                       {"DefinitionPath", "/var/lib/machines/one.raw"}}),
               guests[0]);
     EXPECT_EQ((Fields{{"Name", "two"},

@@ -1,5 +1,8 @@
 // Group "LastLoggedUser": one instance, the newest login of a person.
-#include <algorithm>
+#include <arpa/inet.h>
+
+#include <array>
+#include <cstdint>
 #include <map>
 #include <string>
 #include <vector>
@@ -17,7 +20,10 @@ bool isDisplay(std::string_view host) {
     return startsWith(host, ":");
 }
 
-const char* sessionKind(const LoginRecord& login) {
+const char* sessionKind(const Login& whole) {
+    const LoginRecord& login = whole.record;
+    if (whole.display == "x11" || whole.display == "wayland") return "Graphical";
+    if (startsWith(whole.service, "ssh")) return "Ssh";
     if (isDisplay(login.host) || startsWith(login.line, ":")) return "Graphical";
     if (startsWith(login.line, "pts/") || startsWith(login.line, "ssh"))
         return login.host.empty() && login.address.empty() ? "Other" : "Ssh";
@@ -43,7 +49,17 @@ bool isOpen(Machine& machine, const Login& login) {
     return machine.exists("proc/" + std::to_string(login.record.processId));
 }
 
-void writeLogin(Machine& machine, const Login& login, const char* source, GroupWriter& out) {
+// The host itself when it is one.
+std::string addressOf(const LoginRecord& record) {
+    std::array<unsigned char, sizeof(in6_addr)> bytes{};
+    const auto isAddress = [&](int family) {
+        return ::inet_pton(family, record.host.c_str(), bytes.data()) == 1;
+    };
+    return record.address.empty() && (isAddress(AF_INET) || isAddress(AF_INET6)) ? record.host
+                                                                                 : record.address;
+}
+
+void writeLogin(Machine& machine, const Login& login, GroupWriter& out) {
     const LoginRecord& record = login.record;
     const Account* account = machine.shared<Accounts>().find(record.user);
     out.text("UserName", record.user);
@@ -52,26 +68,28 @@ void writeLogin(Machine& machine, const Login& login, const char* source, GroupW
     if (login.ended) out.text("LogoutTime", utcTime(*login.ended));
     out.text("Terminal", record.line);
     if (!isDisplay(record.host)) out.text("RemoteHost", record.host);
-    out.text("RemoteAddress", record.address);
+    out.text("RemoteAddress", addressOf(record));
     out.boolean("StillLoggedIn", isOpen(machine, login));
-    out.text("SessionKind", sessionKind(record));
-    out.text("Source", source);
+    out.text("SessionKind", sessionKind(login));
+    out.text("Source", '/' + login.source);
+}
+
+// When the newest of them began; 0 without any.
+std::int64_t timeOf(const std::vector<Login>& logins) {
+    return logins.empty() ? 0 : logins.front().record.time;
 }
 
 }  // namespace
 
 void collectLastLoggedUser(Machine& machine, GroupWriter& out) {
     constexpr std::int64_t kSameLogin = 5;  // seconds between the two records of one
-    const std::vector<Login> logins = readLogins(machine);
+    std::vector<Login> logins = readLogins(machine);
+    std::vector<Login> others = readDatabaseLogins(machine);
+    if (timeOf(others) > timeOf(logins)) logins.swap(others);
     const std::optional<Login> session = readNewestSession(machine);
-    const bool sessionIsNewer =
-        session && (logins.empty() || session->record.time > logins.front().record.time + kSameLogin);
+    const bool sessionIsNewer = session && session->record.time > timeOf(logins) + kSameLogin;
     if (!sessionIsNewer && logins.empty()) return;
     out.beginInstance();
-    if (sessionIsNewer) {
-        writeLogin(machine, *session, "/run/systemd/sessions", out);
-    } else {
-        writeLogin(machine, logins.front(), "/var/log/wtmp", out);
-    }
+    writeLogin(machine, sessionIsNewer ? *session : logins.front(), out);
     out.text("PrimaryUser", mostFrequent(logins));
 }

@@ -78,7 +78,7 @@ void writeUser(Machine& machine, const Account& user, std::uint64_t lowest, Grou
     out.boolean("LoginAllowed", allowsLogin(user.shell));
     out.list("Groups", groups);
     writePassword(machine, user, out);
-    const auto lastLogin = machine.shared<LastLogins>().of(user.userId);
+    const auto lastLogin = machine.shared<LastLogins>().of(user.userId, user.name);
     if (lastLogin) out.text("LastLogin", utcTime(*lastLogin));
     out.boolean("Privileged", isPrivileged(user, groups, mainGroup));
 }

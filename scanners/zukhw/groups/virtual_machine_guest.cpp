@@ -10,6 +10,7 @@
 #include "scanners/zukhw/guests.h"
 #include "scanners/zukhw/machine.h"
 #include "scanners/zukhw/natural_sort.h"
+#include "scanners/zukhw/text.h"
 
 namespace {
 
@@ -17,7 +18,8 @@ namespace {
 std::vector<Guest> readGuests(Machine& machine) {
     std::vector<Guest> guests;
     std::set<std::string> seen;
-    for (const auto read : {readLibvirtGuests, readProxmoxGuests, readLxcGuests, readNspawnGuests}) {
+    for (const auto read : {readLibvirtGuests, readProxmoxGuests, readVirtualBoxGuests, readLxcGuests,
+                            readNspawnGuests, readDockerGuests, readPodmanGuests}) {
         for (Guest& guest : read(machine)) {
             if (!guest.uuid.empty() && !seen.insert(guest.uuid).second) continue;
             guests.push_back(std::move(guest));
@@ -45,6 +47,8 @@ void collectVirtualMachineGuest(Machine& machine, GroupWriter& out) {
         out.list("Disks", guest.disks);
         out.boolean("Autostart", guest.autostart);
         out.text("Description", guest.description);
+        out.text("Image", guest.image);
+        if (guest.createdAt) out.text("CreatedAt", utcTime(*guest.createdAt));
         out.text("DefinitionPath", '/' + guest.path);
     }
 }
