@@ -41,7 +41,7 @@ std::optional<Mount> parseLine(std::string_view line) {
     mount.subtree = unescape(nextField(&line));
     mount.point = unescape(nextField(&line));
     const std::size_t separator = line.find(" - ");
-    if (separator == line.npos || mount.point.empty()) return std::nullopt;
+    if (separator == line.npos || mount.point.substr(0, 1) != "/") return std::nullopt;
     line.remove_prefix(separator + 3);
     mount.type = nextField(&line);
     return mount;
