@@ -6,45 +6,9 @@
 #include "scanners/shared/packages/rpm_blobs.h"
 #include "tests/support/temporary_folder.h"
 #include "tests/zuksw/judge.h"
-#include "tests/zuksw/rpm_builder.h"
+#include "tests/zuksw/rpm_bdb_builder.h"
 
 namespace {
-
-constexpr std::size_t kPage = 512;
-
-std::string padded(std::string page) {
-    page.resize(kPage, '\0');
-    return page;
-}
-
-std::string meta() {
-    std::string bytes =
-        std::string(12, '\0') + littleEndian(0x061561, 4) + littleEndian(9, 4) + littleEndian(kPage, 4);
-    bytes += std::string(1, '\0') + '\x08';
-    return padded(bytes);
-}
-
-std::string pageHead(std::uint64_t next, std::uint64_t entries, std::uint64_t offset, char type) {
-    return std::string(16, '\0') + littleEndian(next, 4) + littleEndian(entries, 2) +
-           littleEndian(offset, 2) + '\0' + type;
-}
-
-// A page with one pair: a key of four bytes and `item`.
-std::string hashPage(const std::string& item) {
-    const std::size_t key = kPage - 5;
-    const std::size_t value = key - item.size();
-    std::string page = pageHead(0, 2, value, '\x0D') + littleEndian(key, 2) + littleEndian(value, 2);
-    page.resize(value, '\0');
-    return page + item + '\1' + "key1";
-}
-
-std::string offPage(std::uint64_t first, std::uint64_t length) {
-    return std::string("\3\0\0\0", 4) + littleEndian(first, 4) + littleEndian(length, 4);
-}
-
-std::string overflow(std::uint64_t next, const std::string& data) {
-    return padded(pageHead(next, 1, data.size(), '\7') + data);
-}
 
 struct Reading {
     std::vector<std::string> blobs;
@@ -59,14 +23,15 @@ Reading read(const std::string& file) {
 }
 
 TEST(RpmBdb, ValuesInThePageAndInChains) {
-    const Reading reading = read(meta() + hashPage("\1a value in the page") + hashPage(offPage(3, 12)) +
-                                 overflow(4, "begin ") + overflow(0, "middle"));
+    const Reading reading =
+        read(bdbMeta() + bdbHashPage("\1a value in the page") + bdbHashPage(bdbOffPage(3, 12)) +
+             bdbOverflow(4, "begin ") + bdbOverflow(0, "middle"));
     EXPECT_EQ(reading.blobs, (std::vector<std::string>{"a value in the page", "begin middle"}));
     EXPECT_EQ(reading.problem, "");
 }
 
 TEST(RpmBdb, TheCounterIsNoPackage) {
-    const Reading reading = read(meta() + hashPage(std::string("\1\x82\0\0\0", 5)));
+    const Reading reading = read(bdbMeta() + bdbHashPage(std::string("\1\x82\0\0\0", 5)));
     EXPECT_TRUE(reading.blobs.empty());
     EXPECT_EQ(reading.problem, "");
 }
@@ -77,28 +42,29 @@ struct DamagedCase {
 };
 
 TEST(RpmBdb, DamageIsTold) {
-    std::string encrypted = meta();
+    std::string encrypted = bdbMeta();
     encrypted[24] = 1;
-    std::string oddPages = meta();
+    std::string oddPages = bdbMeta();
     oddPages[20] = 1;
-    std::string tree = meta();
+    std::string tree = bdbMeta();
     tree[25] = 9;
-    std::string outside = hashPage("\1a value in the page");
+    std::string outside = bdbHashPage("\1a value in the page");
     outside.replace(26, 2, "\xFF\xFF");
     const DamagedCase cases[] = {
         {"nothing", ""},
-        {"another mark", padded("x")},
+        {"another mark", bdbPadded("x")},
         {"a tree", tree},
         {"encrypted", encrypted},
         {"pages of an impossible size", oddPages},
-        {"an item outside of its page", meta() + outside},
-        {"a chain beyond the end", meta() + hashPage(offPage(9, 12))},
-        {"a chain that begins nowhere", meta() + hashPage(offPage(0, 12))},
-        {"a chain that is too short", meta() + hashPage(offPage(2, 12)) + overflow(0, "short")},
-        {"a chain that is too long", meta() + hashPage(offPage(2, 3)) + overflow(0, "longer")},
-        {"a circle", meta() + hashPage(offPage(2, 1000)) + overflow(2, "around")},
-        {"a chain through other pages", meta() + hashPage(offPage(1, 12))},
-        {"a length beyond all limits", meta() + hashPage(offPage(2, 0xFFFFFFFF)) + overflow(0, "x")},
+        {"an item outside of its page", bdbMeta() + outside},
+        {"a chain beyond the end", bdbMeta() + bdbHashPage(bdbOffPage(9, 12))},
+        {"a chain that begins nowhere", bdbMeta() + bdbHashPage(bdbOffPage(0, 12))},
+        {"a chain that is too short", bdbMeta() + bdbHashPage(bdbOffPage(2, 12)) + bdbOverflow(0, "short")},
+        {"a chain that is too long", bdbMeta() + bdbHashPage(bdbOffPage(2, 3)) + bdbOverflow(0, "longer")},
+        {"a circle", bdbMeta() + bdbHashPage(bdbOffPage(2, 1000)) + bdbOverflow(2, "around")},
+        {"a chain through other pages", bdbMeta() + bdbHashPage(bdbOffPage(1, 12))},
+        {"a length beyond all limits",
+         bdbMeta() + bdbHashPage(bdbOffPage(2, 0xFFFFFFFF)) + bdbOverflow(0, "x")},
     };
     for (const DamagedCase& c : cases) {
         const Reading reading = read(c.file);

@@ -1,36 +1,9 @@
 #include <gtest/gtest.h>
 
 #include "scanners/shared/packages/rpm_blobs.h"
-#include "tests/zuksw/rpm_builder.h"
+#include "tests/zuksw/rpm_ndb_builder.h"
 
 namespace {
-
-constexpr std::size_t kPage = 4096;
-
-std::string slot(std::uint64_t package, std::uint64_t block, std::uint64_t blocks) {
-    return "Slot" + littleEndian(package, 4) + littleEndian(block, 4) + littleEndian(blocks, 4);
-}
-
-std::string blockedBlob(std::uint64_t package, const std::string& blob) {
-    std::string bytes =
-        "BlbS" + littleEndian(package, 4) + littleEndian(1, 4) + littleEndian(blob.size(), 4) + blob;
-    bytes.resize((bytes.size() + 12 + 15) / 16 * 16 - 12, '\0');
-    return bytes + littleEndian(0, 4) + littleEndian(blob.size(), 4) + "BlbE";
-}
-
-// One page of slots, then the blobs.
-std::string database(const std::vector<std::string>& blobs) {
-    std::string head = "RpmP" + littleEndian(0, 4) + littleEndian(1, 4) + littleEndian(1, 4) +
-                       littleEndian(blobs.size() + 1, 4) + std::string(12, '\0');
-    std::string body;
-    for (std::size_t i = 0; i < blobs.size(); ++i) {
-        const std::string blob = blockedBlob(i + 1, blobs[i]);
-        head += slot(i + 1, (kPage + body.size()) / 16, blob.size() / 16);
-        body += blob;
-    }
-    while (head.size() < kPage) head += slot(0, 0, 0);
-    return head + body;
-}
 
 struct Reading {
     std::vector<std::string> blobs;
@@ -46,13 +19,13 @@ Reading read(const std::string& file) {
 
 TEST(RpmNdb, EveryBlob) {
     const std::vector<std::string> blobs = {"first", std::string(5000, 'x'), ""};
-    const Reading reading = read(database(blobs));
+    const Reading reading = read(ndbDatabase(blobs));
     EXPECT_EQ(reading.blobs, blobs);
     EXPECT_EQ(reading.problem, "");
 }
 
 TEST(RpmNdb, ADatabaseWithoutPackages) {
-    const Reading reading = read(database({}));
+    const Reading reading = read(ndbDatabase({}));
     EXPECT_TRUE(reading.blobs.empty());
     EXPECT_EQ(reading.problem, "");
 }
@@ -65,7 +38,7 @@ struct DamagedCase {
 };
 
 TEST(RpmNdb, DamageIsTold) {
-    const std::string whole = database({"first", "second"});
+    const std::string whole = ndbDatabase({"first", "second"});
     const DamagedCase cases[] = {
         {"another mark", 0, "X", 0},
         {"another version", 4, "\1", 0},
@@ -73,9 +46,9 @@ TEST(RpmNdb, DamageIsTold) {
         {"a slot without its mark", 32, "X", 0},
         {"a blob beyond the end", 40, "\xFF\xFF\xFF\xFF", 1},
         {"a blob of another package", 36, "\7", 1},
-        {"a blob without its mark", kPage, "X", 1},
-        {"a blob longer than its blocks", kPage + 12, "\xFF", 1},
-        {"a blob longer than all limits", kPage + 12, "\xFF\xFF\xFF\xFF", 1},
+        {"a blob without its mark", kNdbPage, "X", 1},
+        {"a blob longer than its blocks", kNdbPage + 12, "\xFF", 1},
+        {"a blob longer than all limits", kNdbPage + 12, "\xFF\xFF\xFF\xFF", 1},
     };
     for (const DamagedCase& c : cases) {
         std::string file = whole;
@@ -92,8 +65,8 @@ TEST(RpmNdb, AnEmptyFileIsDamaged) {
 
 // Many slots that lead to one long blob would make the reader work without end.
 TEST(RpmNdb, BlobsTogetherAreNoLongerThanTheFile) {
-    std::string file = database({std::string(10000, 'x')});
-    for (std::size_t place = 48; place < kPage; place += 16) file.replace(place, 16, file.substr(32, 16));
+    std::string file = ndbDatabase({std::string(10000, 'x')});
+    for (std::size_t place = 48; place < kNdbPage; place += 16) file.replace(place, 16, file.substr(32, 16));
     EXPECT_EQ(read(file).blobs.size(), 1U);
     EXPECT_NE(read(file).problem, "");
 }
