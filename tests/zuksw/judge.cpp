@@ -5,6 +5,7 @@
 #include <sys/wait.h>
 #include <unistd.h>
 
+#include <algorithm>
 #include <array>
 #include <cstdlib>
 #include <sstream>
@@ -55,4 +56,9 @@ Verdict ask(const std::vector<std::string>& argv) {
     }
     close(pipeEnds[0]);
     return verdict;
+}
+
+int judgedCases(int usual) {
+    const char* factor = std::getenv("ZUK_JUDGE_FACTOR");
+    return factor == nullptr ? usual : usual * std::max(1, std::atoi(factor));
 }

@@ -15,3 +15,6 @@ struct Verdict {
 
 // Runs argv[0], looked up in PATH, to its end.
 Verdict ask(const std::vector<std::string>& argv);
+
+// How many cases to generate for a judge: `usual`, times the environment's ZUK_JUDGE_FACTOR where it is set.
+int judgedCases(int usual);

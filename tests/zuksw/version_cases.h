@@ -2,13 +2,13 @@
 
 #include <gtest/gtest.h>
 
-#include <cstdint>
 #include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
 
 #include "scanners/zuksw/versions/compare.h"
+#include "tests/zuksw/numbers.h"
 
 // One row: `order` is "<", "=", ">" or "refused".
 struct VersionCase {
@@ -40,24 +40,19 @@ class VersionMaker {
     explicit VersionMaker(std::vector<std::string> pieces) : pieces_(std::move(pieces)) {}
 
     std::string make() {
-        std::string text = below(2) == 0 ? "1." : "";
-        for (std::size_t left = 1 + below(6); left > 0; --left) text += piece();
+        std::string text = numbers_.below(2) == 0 ? "1." : "";
+        for (std::size_t left = 1 + numbers_.below(6); left > 0; --left) text += piece();
         return text;
     }
     // Differs from `text` in one place, so that the two are alike for long enough to matter.
     std::string alike(const std::string& text) {
-        const std::size_t at = below(text.size() + 1);
-        return text.substr(0, at) + piece() + text.substr(std::min(text.size(), at + below(3)));
+        const std::size_t at = numbers_.below(text.size() + 1);
+        return text.substr(0, at) + piece() + text.substr(std::min(text.size(), at + numbers_.below(3)));
     }
 
   private:
-    const std::string& piece() { return pieces_[below(pieces_.size())]; }
-    // A linear congruential generator: the standard ones differ between libraries.
-    std::size_t below(std::size_t limit) {
-        state_ = state_ * 6364136223846793005U + 1442695040888963407U;
-        return static_cast<std::size_t>(state_ >> 33U) % limit;
-    }
+    const std::string& piece() { return pieces_[numbers_.below(pieces_.size())]; }
 
     std::vector<std::string> pieces_;
-    std::uint64_t state_ = 1;
+    Numbers numbers_;
 };
