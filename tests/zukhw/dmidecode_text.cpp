@@ -15,7 +15,14 @@ std::vector<DmidecodeBlock> readDmidecode(std::string_view text) {
         const bool isValue = startsWith(line, "\t") && !startsWith(line, "\t\t");
         const std::size_t colon = line.find(": ");
         if (!isValue || blocks.empty() || colon == std::string_view::npos) continue;
-        blocks.back().values[std::string(line.substr(1, colon - 1))] = cleanText(line.substr(colon + 2));
+        const std::string key(line.substr(1, colon - 1));
+        blocks.back().lines.emplace_back(key, cleanText(line.substr(colon + 2)));
+        blocks.back().values[key] = blocks.back().lines.back().second;
     }
     return blocks;
+}
+
+std::string DmidecodeBlock::value(const std::string& key) const {
+    const auto found = values.find(key);
+    return found == values.end() ? "" : found->second;
 }

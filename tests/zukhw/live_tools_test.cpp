@@ -2,14 +2,15 @@
 // both claim to know.
 #include <gtest/gtest.h>
 
-#include <cstdlib>
+#include <algorithm>
 #include <functional>
-
 #include <map>
 #include <nlohmann/json.hpp>
 #include <set>
 
+#include "scanners/zukhw/text.h"
 #include "tests/support/files.h"
+#include "tests/support/shell.h"
 #include "tests/support/temporary_folder.h"
 #include "tests/zukhw/instance_reader.h"
 #include "tests/zukhw/scanner_run.h"
@@ -20,11 +21,8 @@ using nlohmann::json;
 
 // The JSON that a command prints; null when it is not installed or fails.
 json outputOf(const std::string& command) {
-    const TemporaryFolder folder;
-    const std::string file = folder.path() + "/out";
-    const std::string line = command + " > " + file + " 2> /dev/null";
-    if (std::system(line.c_str()) != 0) return nullptr;  // NOLINT(cert-env33-c): a fixed command
-    return json::parse(readFile(file), nullptr, false);
+    const ShellResult result = shell(command);
+    return result.status == 0 ? json::parse(result.out, nullptr, false) : nullptr;
 }
 
 std::vector<Instance> scanLive(const std::string& group) {
@@ -40,9 +38,8 @@ std::string valueOf(const Instance& instance, const char* field) {
     return value != nullptr ? *value : "";
 }
 
-TEST(LiveTools, LscpuNamesTheSameProcessors) {
-    const json tool = outputOf("lscpu -J");
-    if (!tool.is_object()) GTEST_SKIP() << "lscpu -J is not to be had here";
+// lscpu's fields by their names, those of caches and mitigations below others, too.
+std::map<std::string, std::string> lscpuFields() {
     std::map<std::string, std::string> fields;
     const std::function<void(const json&)> collect = [&](const json& rows) {
         for (const json& row : rows) {
@@ -50,14 +47,43 @@ TEST(LiveTools, LscpuNamesTheSameProcessors) {
             if (row.contains("children")) collect(row["children"]);
         }
     };
-    collect(tool["lscpu"]);
+    const json tool = outputOf("lscpu -J -B");
+    if (tool.is_object()) collect(tool["lscpu"]);
+    return fields;
+}
+
+TEST(LiveTools, LscpuNamesTheSameProcessors) {
+    std::map<std::string, std::string> fields = lscpuFields();
+    if (fields.empty()) GTEST_SKIP() << "lscpu -J is not to be had here";
     const std::vector<Instance> cpus = scanLive("Processor");
     EXPECT_EQ(fields["CPU(s):"], std::to_string(cpus.size()));
     EXPECT_EQ(fields["Model name:"], valueOf(cpus.at(0), "Model"));
     EXPECT_EQ(fields["CPU family:"], valueOf(cpus.at(0), "Family"));
+    EXPECT_EQ(fields["Stepping:"], valueOf(cpus.at(0), "Stepping"));
+    EXPECT_EQ(fields["BogoMIPS:"], valueOf(cpus.at(0), "BogoMips"));
     std::set<std::string> sockets;
     for (const Instance& cpu : cpus) sockets.insert(valueOf(cpu, "SocketId"));
     EXPECT_EQ(fields["Socket(s):"], std::to_string(sockets.size()));
+}
+
+TEST(LiveTools, LscpuNamesTheSameCachesAndFeatures) {
+    std::map<std::string, std::string> fields = lscpuFields();
+    if (fields.empty()) GTEST_SKIP() << "lscpu -J is not to be had here";
+    const std::vector<Instance> processors = scanLive("PhysicalProcessor");
+    for (const std::string level : {"L1d", "L1i", "L2", "L3"}) {
+        std::uint64_t sum = 0;  // the tool tells that of all sockets: "98304 (2 instances)"
+        for (const Instance& processor : processors) {
+            const std::string bytes = valueOf(processor, (level + "CacheBytes").c_str());
+            sum += bytes.empty() ? 0 : std::stoull(bytes);
+        }
+        const std::string told = fields[level + " cache:"];
+        EXPECT_EQ(told.empty() ? 0 : std::stoull(told), sum) << level;
+    }
+    const std::vector<std::string_view> told = words(fields["Flags:"]);
+    const std::string found = valueOf(processors.at(0), "Flags");
+    const std::vector<std::string_view> flags = words(found);
+    EXPECT_EQ(std::set<std::string_view>(told.begin(), told.end()),
+              std::set<std::string_view>(flags.begin(), flags.end()));
 }
 
 TEST(LiveTools, LsblkListsTheSameDisks) {
@@ -75,6 +101,58 @@ TEST(LiveTools, LsblkListsTheSameDisks) {
         if (valueOf(disk, "Kind") == "Disk") found[valueOf(disk, "DeviceName")] = valueOf(disk, "SizeBytes");
     }
     EXPECT_EQ(expected, found);
+}
+
+// A value of the tool's as we would write it; empty when it does not know.
+std::string textOf(const json& value) {
+    if (value.is_string()) return cleanText(value.get<std::string>());
+    if (value.is_boolean()) return value.get<bool>() ? "true" : "false";
+    return value.is_number_unsigned() ? std::to_string(value.get<std::uint64_t>()) : "";
+}
+
+// Compares where both know.
+void expectSame(const json& device, const char* key, const Instance& instance, const char* field) {
+    const std::string told = textOf(device[key]);
+    const std::string found = valueOf(instance, field);
+    if (!told.empty() && !found.empty()) {
+        EXPECT_EQ(told, found) << device["name"] << ' ' << field;
+    }
+}
+
+TEST(LiveTools, LsblkSaysTheSameOfDisksAndVolumes) {
+    const json tool = outputOf("lsblk -J -b -O");
+    if (!tool.is_object()) GTEST_SKIP() << "lsblk -J is not to be had here";
+    std::map<std::string, std::vector<Instance>> found;
+    for (const char* group : {"Storage", "Disk Partition", "Partition"}) {
+        for (const Instance& instance : scanLive(group))
+            found[valueOf(instance, "DeviceName")].push_back(instance);
+    }
+    static constexpr std::pair<const char*, const char*> kFields[] = {{"size", "SizeBytes"},
+                                                                      {"ro", "ReadOnly"},
+                                                                      {"rm", "Removable"},
+                                                                      {"log-sec", "LogicalBlockBytes"},
+                                                                      {"phy-sec", "PhysicalBlockBytes"},
+                                                                      {"model", "Model"},
+                                                                      {"serial", "SerialNumber"},
+                                                                      {"state", "State"},
+                                                                      {"hctl", "BusAddress"},
+                                                                      {"fstype", "FileSystem"},
+                                                                      {"label", "Label"},
+                                                                      {"uuid", "Uuid"},
+                                                                      {"partuuid", "PartitionUuid"},
+                                                                      {"partlabel", "PartitionLabel"},
+                                                                      {"parttype", "TypeId"},
+                                                                      {"pkname", "Disk"},
+                                                                      {"mountpoint", "MountPoint"}};
+    const std::function<void(const json&)> compare = [&](const json& devices) {
+        for (const json& device : devices) {
+            for (const Instance& instance : found[device["kname"]]) {
+                for (const auto& [key, field] : kFields) expectSame(device, key, instance, field);
+            }
+            if (device.contains("children")) compare(device["children"]);
+        }
+    };
+    compare(tool["blockdevices"]);
 }
 
 TEST(LiveTools, IpListsTheSameAddressesAndLinks) {
@@ -106,6 +184,91 @@ TEST(LiveTools, IpListsTheSameAddressesAndLinks) {
     }
     EXPECT_EQ(addresses, foundAddresses);
     EXPECT_EQ(links, foundLinks);
+}
+
+TEST(LiveTools, IpSaysTheSameOfLinksAndTheirIpv6Addresses) {
+    const json tool = outputOf("ip -j addr");
+    if (!tool.is_array()) GTEST_SKIP() << "ip -j is not to be had here";
+    std::map<std::string, Instance> links;
+    for (const Instance& link : scanLive("Network Adapter")) links[valueOf(link, "InterfaceName")] = link;
+    std::set<std::string> expected;
+    for (const json& told : tool) {
+        const std::string name = told["ifname"];
+        ASSERT_EQ(1U, links.count(name));
+        const std::string mac = told.value("address", "");
+        const std::string found = valueOf(links[name], "MacAddress");
+        if (!found.empty()) {
+            EXPECT_EQ(mac, found);
+        }
+        const std::string state = toLower(told.value("operstate", ""));
+        EXPECT_EQ(state == "unknown" ? "" : state, valueOf(links[name], "OperState")) << name;
+        for (const json& info : told["addr_info"]) {
+            if (info["family"] != "inet6") continue;
+            expected.insert(name + ' ' + info["local"].get<std::string>() + '/' +
+                            std::to_string(info["prefixlen"].get<int>()) + ' ' +
+                            info["scope"].get<std::string>());
+        }
+    }
+    std::set<std::string> addresses;
+    for (const Instance& address : scanLive("IPv6 Address")) {
+        addresses.insert(valueOf(address, "InterfaceName") + ' ' + valueOf(address, "Address") + '/' +
+                         valueOf(address, "PrefixLength") + ' ' + valueOf(address, "Scope"));
+    }
+    EXPECT_EQ(expected, addresses);
+}
+
+// "adduser 3.134 all 686 installed": the size is in kilobytes.
+TEST(LiveTools, DpkgQueryListsTheSamePackages) {
+    const ShellResult tool = shell(
+        "dpkg-query -W -f '${Package} ${Version} ${Architecture} ${Installed-Size} ${db:Status-Status}\\n'");
+    if (tool.status != 0) GTEST_SKIP() << "dpkg-query is not to be had here";
+    std::multiset<std::string> expected;
+    for (const std::string_view line : lines(tool.out)) {
+        const std::vector<std::string_view> cells = split(line, ' ');
+        ASSERT_EQ(5U, cells.size()) << line;
+        if (cells[4] != "installed") continue;
+        const std::string bytes =
+            cells[3].empty() ? "" : std::to_string(std::stoull(std::string(cells[3])) * 1024);
+        expected.insert(std::string(cells[0]) + ' ' + std::string(cells[1]) + ' ' + std::string(cells[2]) +
+                        ' ' + bytes);
+    }
+    std::multiset<std::string> found;
+    for (const Instance& package : scanLive("Software Packages")) {
+        if (valueOf(package, "Manager") != "dpkg") continue;
+        found.insert(valueOf(package, "Name") + ' ' + valueOf(package, "Version") + ' ' +
+                     valueOf(package, "Architecture") + ' ' + valueOf(package, "InstalledBytes"));
+    }
+    EXPECT_EQ(expected, found);
+}
+
+// 0000:00:01.0 "ffff" "1af4" "1045" -r01 -p00 "1af4" "1045"
+TEST(LiveTools, LspciListsTheSameFunctions) {
+    const ShellResult tool = shell("lspci -Dnmm");
+    if (tool.status != 0) GTEST_SKIP() << "lspci is not to be had here";
+    std::vector<std::string> expected;
+    for (const std::string_view line : lines(tool.out)) {
+        std::string function;
+        std::string revision = "00";  // what it does not print
+        for (const std::string_view word : words(line)) {
+            if (startsWith(word, "-r")) revision = word.substr(2);
+            if (startsWith(word, "-")) continue;
+            std::string text(word);
+            text.erase(std::remove(text.begin(), text.end(), '"'), text.end());
+            if (!text.empty()) function += text + ' ';
+        }
+        expected.push_back(function + revision);
+    }
+    std::vector<std::string> found;
+    for (const Instance& device : scanLive("PCI Device")) {
+        std::string function =
+            valueOf(device, "Address") + ' ' + valueOf(device, "ClassCode").substr(0, 4) + ' ';
+        for (const char* field : {"VendorId", "DeviceId", "SubsystemVendorId", "SubsystemDeviceId"}) {
+            const std::string id = valueOf(device, field);
+            if (!id.empty()) function += id + ' ';
+        }
+        found.push_back(function + valueOf(device, "Revision"));
+    }
+    EXPECT_EQ(expected, found);
 }
 
 TEST(LiveTools, FindmntListsTheSameFileSystems) {

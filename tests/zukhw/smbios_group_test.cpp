@@ -42,7 +42,7 @@ TEST(SmbiosGroup, ReckonsTheSizeOfTheRom) {
     EXPECT_EQ("16711680", romBytes('\xFE', ""));
     EXPECT_EQ("33554432", romBytes('\xFF', "\x20\x00"s));    // megabytes
     EXPECT_EQ("2147483648", romBytes('\xFF', "\x02\x40"s));  // gigabytes
-    EXPECT_EQ("", romBytes('\xFF', ""));
+    EXPECT_EQ("16777216", romBytes('\xFF', ""));             // before version 3.1
 }
 
 TEST(SmbiosGroup, TakesTheMotherboardOfSeveralBoards) {

@@ -52,10 +52,9 @@ std::optional<std::uint64_t> romBytes(const SmbiosStructure& firmware) {
     constexpr std::uint64_t kMega = 1024 * 1024;
     const auto blocks = firmware.byte(0x09);
     if (!blocks) return std::nullopt;
-    if (*blocks != 0xFF) return (*blocks + 1U) * std::uint64_t{64} * 1024;
-    // 16 MiB and more stand in a field of their own, which old firmware does not have.
-    const auto extended = firmware.word(0x18);
-    if (!extended) return std::nullopt;
+    // 16 MiB and more stand in a field of their own. Before version 3.1, without that field, FFh was 16 MiB.
+    const auto extended = *blocks == 0xFF ? firmware.word(0x18) : std::nullopt;
+    if (!extended) return (*blocks + 1U) * std::uint64_t{64} * 1024;
     const bool inGigabytes = *extended >> 14U == 1;
     return (*extended & 0x3FFFU) * (inGigabytes ? 1024 * kMega : kMega);
 }

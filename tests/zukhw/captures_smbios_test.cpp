@@ -7,32 +7,18 @@
 #include "scanners/zukhw/parse.h"
 #include "scanners/zukhw/placeholders.h"
 #include "scanners/zukhw/text.h"
-#include "tests/zukhw/captures.h"
-#include "tests/zukhw/dmidecode_text.h"
+#include "tests/zukhw/firmware_table.h"
 #include "tests/zukhw/test_machine.h"
 
 namespace {
 
 using Values = std::map<std::string, std::string>;
 
-struct FirmwareTable {
-    explicit FirmwareTable(const std::string& name)
-        : files(name),
-          machine(files.machine()),
-          blocks(readDmidecode(captureText(name + ".dmidecode34.txt"))) {}
-
-    std::vector<Values> ofType(unsigned type) const {
-        std::vector<Values> found;
-        for (const DmidecodeBlock& block : blocks) {
-            if (block.type == type) found.push_back(block.values);
-        }
-        return found;
-    }
-
-    Capture files;
-    Machine machine;
-    std::vector<DmidecodeBlock> blocks;
-};
+std::vector<Values> valuesOf(const FirmwareTable& table, unsigned type) {
+    std::vector<Values> found;
+    for (const DmidecodeBlock& block : table.ofType(type)) found.push_back(block.values);
+    return found;
+}
 
 std::string valueOf(const std::map<std::string, std::string>& values, const std::string& key) {
     const auto found = values.find(key);
@@ -124,7 +110,7 @@ TEST_F(SmbiosCaptures, HaveTheModulesThatDmidecodePrints) {
     for (const std::string& name : captureNames("smbios")) {
         SCOPED_TRACE(name);
         FirmwareTable capture(name);
-        const std::vector<Values> expected = capture.ofType(17);
+        const std::vector<Values> expected = valuesOf(capture, 17);
         const std::vector<Fields> modules = collectInstances(capture.machine, "MemoryModules");
         ASSERT_EQ(expected.size(), modules.size());
         for (std::size_t i = 0; i < modules.size(); ++i) expectModule(expected[i], modules[i]);
@@ -135,7 +121,7 @@ TEST_F(SmbiosCaptures, HaveTheMemoryThatTheModulesAddUpTo) {
     for (const std::string& name : captureNames("smbios")) {
         FirmwareTable capture(name);
         std::uint64_t sum = 0;
-        for (const Values& module : capture.ofType(17)) {
+        for (const Values& module : valuesOf(capture, 17)) {
             sum += parseDecimal(plainNumber(valueOf(module, "Size"))).value_or(0);
         }
         const std::vector<Fields> memory = collectInstances(capture.machine, "Memory");
@@ -149,7 +135,7 @@ TEST_F(SmbiosCaptures, HaveTheEnclosuresThatDmidecodePrints) {
     for (const std::string& name : captureNames("smbios")) {
         SCOPED_TRACE(name);
         FirmwareTable capture(name);
-        const std::vector<Values> expected = capture.ofType(3);
+        const std::vector<Values> expected = valuesOf(capture, 3);
         const std::vector<Fields> enclosures = collectInstances(capture.machine, "SystemEnclosure");
         ASSERT_EQ(expected.size(), enclosures.size());
         for (std::size_t i = 0; i < enclosures.size(); ++i) expectChassis(expected[i], enclosures[i]);
@@ -190,11 +176,11 @@ TEST_F(SmbiosCaptures, HaveTheRawStringsThatDmidecodePrints) {
         FirmwareTable capture(name);
         const Fields fields = collectInstances(capture.machine, "SMBIOS").at(0);
         for (const Row& row : kRows) {
-            const std::vector<Values> blocks = capture.ofType(row.type);
+            const std::vector<Values> blocks = valuesOf(capture, row.type);
             const std::string expected = blocks.empty() ? "" : given(valueOf(blocks[0], row.key));
             EXPECT_EQ(expected, valueOf(fields, row.field)) << row.field;
         }
-        const std::vector<Values> systems = capture.ofType(1);
+        const std::vector<Values> systems = valuesOf(capture, 1);
         const std::string uuid = systems.empty() ? "" : toLower(valueOf(systems[0], "UUID"));
         const bool isSet = uuid.size() == 36;  // dmidecode has words for the others
         EXPECT_TRUE(!isSet || uuid == valueOf(fields, "SystemUuid")) << uuid;
