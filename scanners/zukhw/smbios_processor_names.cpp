@@ -85,6 +85,13 @@ std::string_view processorSocketName(unsigned code) {
         "Socket BGA4129",
         "Socket LGA4710",
         "Socket LGA7529",
+        "Socket BGA1964",
+        "Socket BGA1792",
+        "Socket BGA2049",
+        "Socket BGA2551",
+        "Socket LGA1851",
+        "Socket BGA2114",
+        "Socket BGA2833",
     };
     return nameOfCode(kNames, code);
 }

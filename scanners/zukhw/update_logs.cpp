@@ -43,7 +43,7 @@ void takeUpgrades(std::string_view list, const PackageUpdate& common, std::vecto
         setPackage(package, &update);
         update.fromVersion = trim(versions[0]);
         update.toVersion = trim(versions[1]);
-        updates->push_back(std::move(update));
+        if (!update.name.empty()) updates->push_back(std::move(update));
     }
 }
 
@@ -97,7 +97,7 @@ std::vector<PackageUpdate> parseDpkgLog(std::string_view text) {
         setPackage(fields[3], &update);
         update.fromVersion = fields[4];
         update.toVersion = fields[5];
-        updates.push_back(std::move(update));
+        if (!update.name.empty()) updates.push_back(std::move(update));
     }
     return updates;
 }

@@ -39,6 +39,23 @@ const std::string kEthernet =
     "sys/class/net/eth0/ifindex: 4\n"
     "sys/class/net/eth0/address: 02:FC:00:00:00:01\n";
 
+struct NetworkCase {
+    const char* prefixLength;  // in hex
+    const char* network;
+};
+
+TEST(IPv6Address, LiesInANetworkOfAnyLength) {
+    const NetworkCase cases[] = {{"80", "2001:db8:ffff:ffff:ffff:ffff:ffff:ffff"},
+                                 {"40", "2001:db8:ffff:ffff::"},
+                                 {"24", "2001:db8:f000::"},
+                                 {"00", "::"}};
+    for (const NetworkCase& c : cases) {
+        TestMachine machine(std::string("proc/net/if_inet6: 20010db8ffffffffffffffffffffffff 04 ") +
+                            c.prefixLength + " 00 80 eth0\n");
+        EXPECT_EQ(c.network, collectOne(machine, "IPv6Address").at("Network")) << c.prefixLength;
+    }
+}
+
 TEST(IPv6Address, ComesByInterfaceAndAddress) {
     TestMachine machine(kEthernet +
                         "proc/net/if_inet6:\n"
@@ -60,6 +77,7 @@ TEST(IPv6Address, ComesByInterfaceAndAddress) {
     EXPECT_EQ((Fields{{"InterfaceName", "eth0"},
                       {"Address", "fd00::2"},
                       {"PrefixLength", "64"},
+                      {"Network", "fd00::"},
                       {"Scope", "global"},
                       {"Permanent", "false"},
                       {"Temporary", "true"},

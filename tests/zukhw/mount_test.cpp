@@ -155,6 +155,13 @@ TEST(LogicalDrive, ThatIsCoveredByAnotherIsLeftOut) {
     EXPECT_EQ("xfs", collectOne(machine, "LogicalDrive").at("FileSystem"));
 }
 
+TEST(LogicalDrive, ThatIsCoveredAtOnePlaceIsFoundAtAnother) {
+    TestMachine machine(
+        mounts({"1 0 8:1 / /covered rw - ext4 /dev/sda1 rw", "2 0 8:1 / /seen rw - ext4 /dev/sda1 rw",
+                "3 0 0:9 / /covered rw - autofs systemd-1 rw"}));
+    EXPECT_EQ("/seen", collectOne(machine, "LogicalDrive").at("MountPoint"));
+}
+
 struct ServerCase {
     const char* source;
     const char* server;

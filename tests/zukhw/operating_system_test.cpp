@@ -71,12 +71,13 @@ TEST(OperatingSystem, TellsWhenItWasStarted) {
     EXPECT_EQ("1798", fields.at("UptimeSeconds"));
 }
 
-TEST(OperatingSystem, NamesAPendingKernelOnlyWhenItIsNewer) {
+TEST(OperatingSystem, NamesAPendingKernelWhenAnotherRuns) {
     const std::string modules = "lib/modules/6.1.0-9-amd64/\nlib/modules/6.1.0-10-amd64/\n";
     EXPECT_EQ("6.1.0-10-amd64",
               systemOf(modules + "proc/sys/kernel/osrelease: 6.1.0-9-amd64\n").at("PendingKernel"));
     EXPECT_EQ(0U, systemOf(modules + "proc/sys/kernel/osrelease: 6.1.0-10-amd64\n").count("PendingKernel"));
-    EXPECT_EQ(0U, systemOf(modules + "proc/sys/kernel/osrelease: 6.18.0\n").count("PendingKernel"));
+    EXPECT_EQ("6.1.0-10-amd64",
+              systemOf(modules + "proc/sys/kernel/osrelease: 6.18.0\n").at("PendingKernel"));
 }
 
 TEST(OperatingSystem, KnowsTheInitSystem) {

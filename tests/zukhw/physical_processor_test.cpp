@@ -2,6 +2,7 @@
 
 #include <optional>
 
+#include "scanners/zukhw/smbios_names.h"
 #include "tests/zukhw/smbios_table.h"
 #include "tests/zukhw/test_machine.h"
 
@@ -55,6 +56,14 @@ TEST(PhysicalProcessor, DoesNotGuessWhichRecordIsWhichPackage) {
     const Fields empty = {
         {"SocketDesignation", "CPU2"}, {"Populated", "false"}, {"SocketType", "Socket LGA3647-1"}};
     EXPECT_EQ(empty, sockets[2]);
+}
+
+TEST(PhysicalProcessor, NamesTheFirstAndTheLastSocketOfTheStandard) {
+    EXPECT_EQ("Other", processorSocketName(0x01));
+    EXPECT_EQ("Socket LGA7529", processorSocketName(0x50));
+    EXPECT_EQ("Socket BGA2833", processorSocketName(0x57));
+    EXPECT_EQ("", processorSocketName(0x58));
+    EXPECT_EQ("", processorSocketName(0xFF));
 }
 
 TEST(PhysicalProcessor, BelievesTheTableWhenTheKernelSaysNothing) {

@@ -1,12 +1,11 @@
 // Group "ComponentID": one instance, the identity of this system.
-#include <array>
-#include <cstdio>
 #include <string>
 
 #include "scanners/zukhw/collectors.h"
 #include "scanners/zukhw/container.h"
 #include "scanners/zukhw/firmware_type.h"
 #include "scanners/zukhw/group_writer.h"
+#include "scanners/zukhw/host_id.h"
 #include "scanners/zukhw/host_identity.h"
 #include "scanners/zukhw/hypervisor.h"
 #include "scanners/zukhw/machine.h"
@@ -31,16 +30,6 @@ void writeBoard(const Smbios& smbios, GroupWriter& out) {
     out.hardware("BoardModel", mainBoardString(smbios, 0x05));
     out.hardware("BoardVersion", mainBoardString(smbios, 0x06));
     out.hardware("BoardSerialNumber", mainBoardString(smbios, 0x07));
-}
-
-// Four bytes as the processor has them in memory, which is little-endian on nearly all.
-std::string hostId(Machine& machine) {
-    const std::string bytes = machine.read("etc/hostid").value_or("");
-    if (bytes.size() != 4) return "";
-    std::array<char, 9> text{};
-    const auto at = [&](std::size_t i) { return static_cast<unsigned char>(bytes[i]); };
-    std::snprintf(text.data(), text.size(), "%02x%02x%02x%02x", at(3), at(2), at(1), at(0));
-    return text.data();
 }
 
 std::optional<bool> isVirtual(Machine& machine) {
@@ -69,7 +58,7 @@ void collectComponentID(Machine& machine, GroupWriter& out) {
     out.hardware("ChassisSerialNumber", smbios.string(kChassis, 0x07));
     out.text("FirmwareType", firmwareType(machine));
     out.text("MachineId", host.machineId);
-    out.text("HostId", hostId(machine));
+    out.text("HostId", machine.shared<HostId>().text());
     out.text("HostName", host.name);
     out.boolean("Virtual", isVirtual(machine));
     out.text("IdSource", identity.source);

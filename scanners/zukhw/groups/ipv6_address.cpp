@@ -67,6 +67,15 @@ const char* scopeName(std::uint64_t scope) {
     }
 }
 
+Ipv6Bytes networkOf(const Address& address) {
+    Ipv6Bytes network{};
+    for (std::size_t i = 0; i < network.size() && i * 8 < address.prefixLength; ++i) {
+        const std::uint64_t bits = std::min<std::uint64_t>(8, address.prefixLength - i * 8);
+        network[i] = static_cast<unsigned char>(address.bytes[i] & (0xFFU << (8 - bits)));
+    }
+    return network;
+}
+
 void writeFlags(std::uint64_t flags, GroupWriter& out) {
     static constexpr std::pair<const char*, unsigned> kFlags[] = {{"Permanent", 0x80},
                                                                   {"Temporary", 0x01},
@@ -84,6 +93,7 @@ void collectIPv6Address(Machine& machine, GroupWriter& out) {
         out.text("InterfaceName", address.interface);
         out.text("Address", ipv6Text(address.bytes));
         out.number("PrefixLength", address.prefixLength);
+        out.text("Network", ipv6Text(networkOf(address)));
         out.text("Scope", scopeName(address.scope));
         writeFlags(address.flags, out);
         out.list("Gateway", machine.shared<Ipv6Gateways>().of(address.interface));

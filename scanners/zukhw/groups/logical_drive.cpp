@@ -55,22 +55,28 @@ bool isListed(Machine& machine, const Mount& mount) {
     return used && isUsed(*used);
 }
 
-// The mounts to report, by mount point: of what is mounted again elsewhere the first, of what covers one
-// another the last, which alone can be seen.
+// Of what covers one another the last mount, which alone can be seen, in the order of the table.
+std::vector<const Mount*> visibleMounts(const std::vector<Mount>& mounts) {
+    std::set<std::string_view> covered;
+    std::vector<const Mount*> visible;
+    std::for_each(mounts.rbegin(), mounts.rend(), [&](const Mount& mount) {
+        if (covered.insert(mount.point).second) visible.push_back(&mount);
+    });
+    std::reverse(visible.begin(), visible.end());
+    return visible;
+}
+
+// The mounts to report, by mount point: of what is mounted again elsewhere the first.
 std::vector<const Mount*> listedMounts(Machine& machine) {
     std::set<std::pair<std::string, std::string>> seen;
-    std::set<std::string> covered;
-    std::vector<const Mount*> first, visible;
-    for (const Mount& mount : machine.shared<Mountinfo>().mounts()) {
-        if (isListed(machine, mount) && seen.emplace(mount.device, mount.root).second)
-            first.push_back(&mount);
+    std::vector<const Mount*> listed;
+    for (const Mount* mount : visibleMounts(machine.shared<Mountinfo>().mounts())) {
+        if (isListed(machine, *mount) && seen.emplace(mount->device, mount->root).second)
+            listed.push_back(mount);
     }
-    std::for_each(first.rbegin(), first.rend(), [&](const Mount* mount) {
-        if (covered.insert(mount->point).second) visible.push_back(mount);
-    });
-    std::sort(visible.begin(), visible.end(),
+    std::sort(listed.begin(), listed.end(),
               [](const Mount* a, const Mount* b) { return a->point < b->point; });
-    return visible;
+    return listed;
 }
 
 // File systems over several devices, as btrfs, have a number that is no block device's.

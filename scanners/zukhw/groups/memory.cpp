@@ -5,6 +5,7 @@
 #include <vector>
 
 #include "scanners/zukhw/collectors.h"
+#include "scanners/zukhw/device_tree.h"
 #include "scanners/zukhw/group_writer.h"
 #include "scanners/zukhw/machine.h"
 #include "scanners/zukhw/meminfo.h"
@@ -55,17 +56,17 @@ std::uint64_t bigEndian(std::string_view bytes) {
 
 // The "memory" nodes of the device tree: each has pairs of address and size, in cells of four bytes.
 std::optional<std::uint64_t> deviceTreeBytes(Machine& machine) {
-    static const std::string kTree = "sys/firmware/devicetree/base/";
-    if (!machine.exists(kTree)) return std::nullopt;
-    const std::uint64_t addressCells = bigEndian(machine.read(kTree + "#address-cells").value_or(""));
-    const std::uint64_t sizeCells = bigEndian(machine.read(kTree + "#size-cells").value_or(""));
+    if (deviceTreeRoot(machine).empty()) return std::nullopt;
+    const std::string tree = deviceTreeRoot(machine) + '/';
+    const std::uint64_t addressCells = bigEndian(machine.read(tree + "#address-cells").value_or(""));
+    const std::uint64_t sizeCells = bigEndian(machine.read(tree + "#size-cells").value_or(""));
     if (addressCells > 2 || sizeCells == 0 || sizeCells > 2) return std::nullopt;
     const std::size_t addressBytes = addressCells * 4;
     const std::size_t pairBytes = addressBytes + sizeCells * 4;
     std::uint64_t total = 0;
-    for (const std::string& node : machine.list(kTree)) {
+    for (const std::string& node : machine.list(tree)) {
         if (node != "memory" && !startsWith(node, "memory@")) continue;
-        const std::string reg = machine.read(kTree + node + "/reg").value_or("");
+        const std::string reg = machine.read(tree + node + "/reg").value_or("");
         for (std::size_t at = 0; at + pairBytes <= reg.size(); at += pairBytes) {
             total += bigEndian(std::string_view(reg).substr(at + addressBytes, sizeCells * 4));
         }

@@ -11,7 +11,6 @@
 #include "scanners/zukhw/group_writer.h"
 #include "scanners/zukhw/host_identity.h"
 #include "scanners/zukhw/machine.h"
-#include "scanners/zukhw/natural_sort.h"
 #include "scanners/zukhw/parse.h"
 #include "scanners/zukhw/proc_stat.h"
 #include "scanners/zukhw/release_files.h"
@@ -135,10 +134,11 @@ std::string cLibrary(Machine& machine) {
     return "";
 }
 
-// The newest kernel whose modules are installed, when that is newer than the one that runs.
+// The newest kernel whose modules are installed, when that is another than the one that runs. It may be
+// older: of the newer one that runs the package was removed.
 std::string pendingKernel(Machine& machine, const std::string& running) {
     const std::vector<std::string> installed = machine.list("lib/modules");
-    if (running.empty() || installed.empty() || !naturalLess(running, installed.back())) return "";
+    if (running.empty() || installed.empty() || installed.back() == running) return "";
     return installed.back();
 }
 
