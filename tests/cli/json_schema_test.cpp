@@ -1,4 +1,4 @@
-// What "zuk hw --json" prints against schemas/zuk-hw.schema.json, judged by Python's jsonschema.
+// What "zuk hw --json" and "zuk sw --json" print against their schemas, judged by Python's jsonschema.
 #include <gtest/gtest.h>
 
 #include <sstream>
@@ -13,8 +13,9 @@ namespace {
         GTEST_SKIP() << "python3-jsonschema is not installed"; \
     }
 
-// What is wrong with each of the texts, one line each: empty when it is valid.
-std::vector<std::string> complaints(const std::vector<std::string>& texts) {
+// What is wrong with each of the texts by the schema of that name, one line each: empty when it is valid.
+std::vector<std::string> complaints(const std::vector<std::string>& texts,
+                                    const std::string& schema = "zuk-hw") {
     const TemporaryFolder folder;
     const std::string judge = folder.file("judge.py", R"(import json, jsonschema, sys
 schema, *texts = (json.load(open(name)) for name in sys.argv[1:])
@@ -23,7 +24,8 @@ for text in texts:
     errors = jsonschema.Draft202012Validator(schema).iter_errors(text)
     print(next((repr(f'{list(error.absolute_path)}: {error.message}') for error in errors), ''))
 )");
-    std::string command = "python3 " + quoted(judge) + " " ZUK_SOURCE_DIR "/schemas/zuk-hw.schema.json";
+    std::string command =
+        "python3 " + quoted(judge) + " " ZUK_SOURCE_DIR "/schemas/" + schema + ".schema.json";
     for (std::size_t i = 0; i < texts.size(); ++i) {
         command += ' ' + quoted(folder.file(std::to_string(i), texts[i]));
     }
@@ -74,6 +76,49 @@ TEST(JsonSchema, RefusesOtherTypes) {
         R"({"Toaster": []})",
     };
     const std::vector<std::string> found = complaints(bad);
+    ASSERT_EQ(bad.size(), found.size()) << found.at(0);
+    for (std::size_t i = 0; i < bad.size(); ++i) EXPECT_NE("", found[i]) << bad[i];
+}
+
+TEST(JsonSchema, HoldsForTheShippedCatalogue) {
+    SKIP_WITHOUT_JUDGE();
+    const ZukProgram zuk;
+    const ShellResult result =
+        zuk.run("sw --json --set nobody=takes --plugin search.Root=" + zuk.path("home"));
+    ASSERT_EQ(0, result.status) << result.err;
+    EXPECT_NE(std::string::npos, result.out.find("preset-unused"));
+    EXPECT_EQ(std::vector<std::string>{""}, complaints({result.out}, "zuk-sw"));
+}
+
+TEST(JsonSchema, HoldsForResultsAndWarningsOfAllSorts) {
+    SKIP_WITHOUT_JUDGE();
+    const ZukProgram zuk;
+    zuk.installSoftwareScannerThatFinds(
+        "<MatchedSignature guid='g' name='n'/><MatchedSignature guid='h' name='n'><Variable name='v' "
+        "value=''/>"
+        "<Metadata>&#233;<Evidence/></Metadata></MatchedSignature>",
+        "<Event code='denied' severity='info' count='12' guid='g' path='/p'>&#x9b;</Event>"
+        "<Event code='cycle' severity='error' count='1'/>");
+    const std::string file = zuk.folder().file("s.xml", "<Signatures/>");
+    EXPECT_EQ(std::vector<std::string>{""}, complaints({zuk.runSw("--json " + file).out}, "zuk-sw"));
+}
+
+TEST(JsonSchema, RefusesOtherResults) {
+    SKIP_WITHOUT_JUDGE();
+    const std::vector<std::string> bad = {
+        R"({})",
+        R"({"results": []})",
+        R"({"results": [], "warnings": [], "more": 1})",
+        R"({"results": [{"guid": "g", "name": "n", "variables": {}}], "warnings": []})",
+        R"({"results": [{"guid": "", "name": "n", "variables": {}, "metadata": ""}], "warnings": []})",
+        R"({"results": [{"guid": "g", "name": "n", "variables": {"v": 1}, "metadata": ""}], "warnings": []})",
+        R"({"results": [{"guid": "g", "name": "n", "variables": {"": "1"}, "metadata": ""}], "warnings": []})",
+        R"({"results": [], "warnings": [{"code": "strange", "severity": "info", "count": 1, "text": ""}]})",
+        R"({"results": [], "warnings": [{"code": "denied", "severity": "fatal", "count": 1, "text": ""}]})",
+        R"({"results": [], "warnings": [{"code": "denied", "severity": "info", "count": 0, "text": ""}]})",
+        R"({"results": [], "warnings": [{"code": "denied", "severity": "info", "count": 1}]})",
+    };
+    const std::vector<std::string> found = complaints(bad, "zuk-sw");
     ASSERT_EQ(bad.size(), found.size()) << found.at(0);
     for (std::size_t i = 0; i < bad.size(); ++i) EXPECT_NE("", found[i]) << bad[i];
 }

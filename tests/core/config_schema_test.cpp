@@ -4,27 +4,20 @@
 #include "hw/config_file.h"
 #include "sw/config_file.h"
 #include "tests/support/hardware_fixture.h"
-#include "tests/support/shell.h"
 #include "tests/support/software_fixture.h"
+#include "tests/support/xml_schema.h"
 
 namespace {
 
-// Empty when the file is valid; else what xmllint says.
 std::string complaint(const std::string& path) {
-    const std::string schema = ZUK_SOURCE_DIR "/schemas/zukcli.xsd";
-    const ShellResult result = shell("xmllint --noout --schema " + quoted(schema) + " " + quoted(path));
-    return result.status == 0 ? "" : result.err;
-}
-
-bool haveJudge() {
-    return shell("xmllint --version").status == 0;
+    return schemaComplaint("zukcli.xsd", quoted(path));
 }
 
 using HwConfigSchema = HardwareFixture;
 using SwConfigSchema = SoftwareFixture;
 
 TEST_F(HwConfigSchema, FileWithoutAndWithEveryGroupIsValid) {
-    if (!haveJudge()) GTEST_SKIP() << "xmllint is not installed";
+    if (!haveXmllint()) GTEST_SKIP() << "xmllint is not installed";
     const std::string path = folder.path() + "/config.xml";
     for (const bool value : {false, true}) {
         ZUK_hw_setopt(ctx, 0, value);
@@ -34,7 +27,7 @@ TEST_F(HwConfigSchema, FileWithoutAndWithEveryGroupIsValid) {
 }
 
 TEST_F(SwConfigSchema, FileWithoutAndWithOptionsIsValid) {
-    if (!haveJudge()) GTEST_SKIP() << "xmllint is not installed";
+    if (!haveXmllint()) GTEST_SKIP() << "xmllint is not installed";
     std::wstring path;
     ASSERT_EQ(0, SW_CreateConfigFile(ctx, path));
     EXPECT_EQ("", complaint(narrow(path)));
@@ -46,8 +39,22 @@ TEST_F(SwConfigSchema, FileWithoutAndWithOptionsIsValid) {
 }
 
 TEST_F(SwConfigSchema, OtherFilesAreNotValid) {
-    if (!haveJudge()) GTEST_SKIP() << "xmllint is not installed";
-    EXPECT_NE("", complaint(folder.file("other.xml", "<KAV><ZUK><Hardware/></ZUK></KAV>")));
+    if (!haveXmllint()) GTEST_SKIP() << "xmllint is not installed";
+    const std::string kFiles[] = {
+        "<KAV><ZUK><Hardware/></ZUK></KAV>",
+        "<KAV><ZUK><Hardware version='1.0'><Group/></Hardware></ZUK></KAV>",
+        "<KAV><ZUK/></KAV>",
+        "<ZUK><XSE version='1.0'/></ZUK>",
+        "<KAV><ZUK><XSE version='2.0'/></ZUK></KAV>",
+        "<KAV><ZUK><XSE version='1.0'/><Hardware version='1.0'/></ZUK></KAV>",
+        "<KAV><ZUK><XSE version='1.0'><PresetVariables><Variable name='a' "
+        "value='b'/></PresetVariables></XSE></ZUK>"
+        "</KAV>",
+        "<KAV><ZUK><XSE version='1.0'><Plugins><Plugin name='a' version='1.0'><Attribute name='b'/></Plugin>"
+        "</Plugins></XSE></ZUK></KAV>",
+        "<KAV><ZUK><XSE version='1.0'><Plugins/><PresetVariables/></XSE></ZUK></KAV>",
+    };
+    for (const std::string& file : kFiles) EXPECT_NE("", complaint(folder.file("other.xml", file))) << file;
 }
 
 }  // namespace

@@ -6,20 +6,17 @@
 
 #include "scanners/zukhw/collectors.h"
 #include "tests/support/files.h"
-#include "tests/support/shell.h"
+#include "tests/support/xml_schema.h"
 #include "tests/zukhw/captures.h"
 #include "tests/zukhw/scanner_run.h"
 
 namespace {
 
 #define SKIP_WITHOUT_JUDGE() \
-    if (shell("xmllint --version").status != 0) GTEST_SKIP() << "xmllint is not installed"
+    if (!haveXmllint()) GTEST_SKIP() << "xmllint is not installed"
 
-// Empty when all of the files are valid; else what xmllint says.
 std::string complaint(const std::string& files) {
-    const std::string schema = ZUK_SOURCE_DIR "/schemas/zukhw-output.xsd";
-    const ShellResult result = shell("xmllint --noout --schema " + quoted(schema) + " " + files);
-    return result.status == 0 ? "" : result.err;
+    return schemaComplaint("zukhw-output.xsd", files);
 }
 
 std::string allGroups() {

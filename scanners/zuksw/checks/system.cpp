@@ -18,8 +18,8 @@ class System : public Check {
         if (attributes.has("key") && !SystemFacts::isKey(key_)) {
             attributes.report(
                 "key=\"" + key_ +
-                "\": no such fact; write os.* for what os-release says, kernel.name, kernel.release, "
-                "kernel.version, machine, hostname, libc.version, container or init");
+                "\": no such fact; write os. and a key of os-release in small letters, kernel.name, "
+                "kernel.release, kernel.version, machine, hostname, libc.version, container or init");
         }
     }
 

@@ -71,7 +71,11 @@ std::map<std::string, std::string> parseOsRelease(std::string_view text) {
 }
 
 bool SystemFacts::isKey(std::string_view key) {
-    if (key.substr(0, 3) == "os.") return key.size() > 3;
+    // os-release writes its keys in capitals, and no key has others than these characters.
+    constexpr std::string_view kCharacters = "abcdefghijklmnopqrstuvwxyz0123456789_";
+    if (key.substr(0, 3) == "os.") {
+        return key.size() > 3 && key.find_first_not_of(kCharacters, 3) == std::string_view::npos;
+    }
     return std::find(std::begin(kKeys), std::end(kKeys), key) != std::end(kKeys);
 }
 
