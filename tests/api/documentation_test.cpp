@@ -40,6 +40,19 @@ TEST(Documentation, TheInventoryOfTheQuickStartHasFields) {
     EXPECT_THAT(result.out, ContainsRegex("\nMemory 0\n  [A-Za-z]+ = "));
 }
 
+TEST(Documentation, TheSignatureOfTheQuickStartFindsTheShell) {
+    const ShellResult result = follow("docs/quickstart.md", "bash.sh");
+    EXPECT_EQ(0, result.status) << result.err;
+    EXPECT_THAT(result.out, ContainsRegex("\n  GNU Bash  [0-9.]+ +/usr/bin/bash  "));
+    EXPECT_THAT(result.out, HasSubstr("\"warnings\": []"));
+}
+
+TEST(Documentation, TheSoftwareProgramOfTheQuickStartFindsTheShell) {
+    const ShellResult result = follow("docs/quickstart.md", "build-software.sh");
+    EXPECT_EQ(0, result.status) << result.err;
+    EXPECT_THAT(result.out, ContainsRegex("^bash [0-9.]+ at /usr/bin/bash\n$"));
+}
+
 TEST(Documentation, TheMessagesOfTheQuickStartTellTheFailure) {
     const ShellResult result = follow("docs/quickstart.md", "build-messages.sh");
     EXPECT_EQ(0, result.status) << result.err;
