@@ -37,7 +37,9 @@ std::string interfaceOfPart(std::string_view part) {
     if (isNumbered(part, "usb")) return "USB";
     if (isNumbered(part, "virtio")) return "Virtio";
     if (startsWith(part, "vbd-")) return "Xen";
-    if (startsWith(part, "VMBUS:") || startsWith(part, "vmbus_")) return "HyperV";
+    // The bus's own number in the ACPI name space, and its name on kernels since 6.4.
+    if (startsWith(part, "VMBUS:") || startsWith(part, "MSFT1000:") || startsWith(part, "vmbus_"))
+        return "HyperV";
     if (part.find("ufs") != std::string_view::npos) return "UFS";
     if (isNumbered(part, "fw")) return "FireWire";
     return "";

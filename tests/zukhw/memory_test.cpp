@@ -58,6 +58,14 @@ TEST(Memory, CountsOnlineBlocksWithoutFirmware) {
     EXPECT_EQ(0U, fields.count("SlotsTotal"));
 }
 
+TEST(Memory, TakesTheStateOfBlocksWithoutTheOtherFile) {
+    TestMachine machine(
+        "sys/devices/system/memory/block_size_bytes: 8000000\n"
+        "sys/devices/system/memory/memory0/state: online\n"
+        "sys/devices/system/memory/memory1/state: offline\n");
+    EXPECT_EQ("134217728", collectOne(machine, "Memory").at("InstalledBytes"));
+}
+
 TEST(Memory, DoesNotBelieveModulesSmallerThanWhatTheKernelHas) {
     TestMachine machine(table(array(1, 3, kCapacity8G) + device(1, kGibibyte)) + kTwoBlocks +
                         "proc/meminfo:\n\tMemTotal: 2000000 kB\n");

@@ -163,6 +163,7 @@ TEST(LogicalDrive, ThatIsCoveredAtOnePlaceIsFoundAtAnother) {
 }
 
 struct ServerCase {
+    const char* type;
     const char* source;
     const char* server;
     const char* share;
@@ -170,12 +171,14 @@ struct ServerCase {
 
 TEST(LogicalDrive, TellsServerAndShare) {
     const ServerCase cases[] = {
-        {"nas:/export/home", "nas", "/export/home"},
-        {"[fe80::1]:/x", "fe80::1", "/x"},
-        {"//nas/data/sub", "nas", "data/sub"},
+        {"nfs4", "nas:/export/home", "nas", "/export/home"},
+        {"nfs4", "[fe80::1]:/x", "fe80::1", "/x"},
+        {"cifs", "//nas/data/sub", "nas", "data/sub"},
+        {"fuse.glusterfs", "nas:volume", "nas", "volume"},
+        {"fuse.glusterfs", "nas:/volume/sub", "nas", "/volume/sub"},
     };
     for (const ServerCase& c : cases) {
-        TestMachine machine(mounts({std::string("1 0 0:50 / /mnt ro - nfs4 ") + c.source + " ro"}));
+        TestMachine machine(mounts({std::string("1 0 0:50 / /mnt ro - ") + c.type + ' ' + c.source + " ro"}));
         const Fields drive = collectOne(machine, "LogicalDrive");
         EXPECT_EQ("Network", drive.at("Kind"));
         EXPECT_EQ(c.server, drive.at("Server")) << c.source;

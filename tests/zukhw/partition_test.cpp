@@ -127,6 +127,19 @@ TEST(Partition, IsEverythingThatCanCarryData) {
     EXPECT_EQ("sda", volumes[4].at("Parents"));
 }
 
+TEST(Partition, OfBtrfsIsMountedUnderAnotherNumber) {
+    TestMachine machine(
+        "sys/class/block/sdb/dev: 8:16\nsys/class/block/sdb/size: 8\n"
+        "sys/class/block/sdc/dev: 8:32\nsys/class/block/sdc/size: 8\n"
+        "proc/self/mountinfo:\n\t1 0 0:27 /@ / rw - btrfs /dev/sdb rw\n\t2 0 0:27 /@home /home rw - btrfs "
+        "/dev/sdb rw\n");
+    const std::vector<Fields> volumes = collectInstances(*machine, "Partition");
+    ASSERT_EQ(2U, volumes.size());
+    EXPECT_EQ("btrfs", volumes[0].at("FileSystem"));
+    EXPECT_EQ("/; /home", volumes[0].at("MountPoints"));
+    EXPECT_EQ(0U, volumes[1].count("MountPoints"));
+}
+
 TEST(Partition, IsFoundWithoutTheClassOfBlockDevices) {
     TestMachine machine(
         "sys/block/sda/sda1/partition: 1\nsys/block/sda/sda1/size: 8\nsys/block/sda/size: 16\n"

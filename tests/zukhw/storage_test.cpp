@@ -55,6 +55,7 @@ TEST(Storage, TellsWhatADiskHangsOn) {
         {"host8/session3/target8:0:0/8:0:0:1/block/sde", "iSCSI"},
         {"vbd-51712/block/xvda", "Xen"},
         {"VMBUS:01/00000000-0000-8899-0000-000000000000/host0/target0:0:0/0:0:0:0/block/sda", "HyperV"},
+        {"MSFT1000:00/00000000-0000-8899-0000-000000000000/host0/target0:0:0/0:0:0:0/block/sda", "HyperV"},
         {"1d84000.ufshc/host0/target0:0:0/0:0:0:0/block/sda", "UFS"},
         {"mmc0/mmc0:0001/block/mmcblk0", "MMC"},
         {"css0/0.0.0001/0.0.1234/block/dasda", "DASD"},

@@ -95,7 +95,7 @@ const char* kindOf(Machine& machine, const Mount& mount, const std::vector<std::
     return "Local";
 }
 
-// "server:/path", "[fe80::1]:/path" and "//server/share".
+// "server:/path", "[fe80::1]:/path", "//server/share", and of Gluster "server:volume".
 void writeServer(const Mount& mount, GroupWriter& out) {
     const std::string_view source(mount.source);
     if (startsWith(source, "//")) {
@@ -105,7 +105,8 @@ void writeServer(const Mount& mount, GroupWriter& out) {
         if (slash != std::string_view::npos) out.text("Share", rest.substr(slash + 1));
         return;
     }
-    const std::size_t colon = source.find(":/");
+    const bool isGluster = endsWith(mount.type, "glusterfs");
+    const std::size_t colon = isGluster ? source.rfind(':') : source.find(":/");
     if (colon == std::string_view::npos) return;
     std::string_view server = source.substr(0, colon);
     if (startsWith(server, "[") && endsWith(server, "]")) server = server.substr(1, server.size() - 2);

@@ -22,6 +22,12 @@ namespace {
 
 constexpr char kBlocks[] = "sys/devices/system/memory";
 
+// Copies may have one of the two files alone.
+bool isOnline(Machine& machine, const std::string& block) {
+    const std::string online = machine.text(block + "/online");
+    return online.empty() ? machine.text(block + "/state") == "online" : online == "1";
+}
+
 // The memory that the kernel manages, block by block; blocks can be taken offline.
 std::optional<std::uint64_t> onlineBlocksBytes(Machine& machine) {
     const std::string directory = std::string(kBlocks) + '/';
@@ -30,7 +36,7 @@ std::optional<std::uint64_t> onlineBlocksBytes(Machine& machine) {
     std::uint64_t online = 0;
     for (const std::string& name : machine.list(kBlocks)) {
         const bool isBlock = startsWith(name, "memory") && parseDecimal(name.substr(6));
-        if (isBlock && machine.number(directory + name + "/online") == 1U) ++online;
+        if (isBlock && isOnline(machine, directory + name)) ++online;
     }
     if (online == 0 || *blockSize > UINT64_MAX / online) return std::nullopt;
     return online * *blockSize;
