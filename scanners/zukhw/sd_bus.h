@@ -22,7 +22,11 @@ class SdBus {
     decltype(&::sd_bus_start) start = nullptr;
     decltype(&::sd_bus_process) process = nullptr;
     decltype(&::sd_bus_wait) wait = nullptr;
-    decltype(&::sd_bus_call_method_async) callAsync = nullptr;
+    decltype(&::sd_bus_call_async) callAsync = nullptr;
+    decltype(&::sd_bus_message_new_method_call) newCall = nullptr;
+    decltype(&::sd_bus_message_set_auto_start) setAutoStart = nullptr;
+    decltype(&::sd_bus_message_append) append = nullptr;
+    decltype(&::sd_bus_message_unref) releaseMessage = nullptr;
     decltype(&::sd_bus_message_is_method_error) isError = nullptr;
     decltype(&::sd_bus_message_enter_container) enter = nullptr;
     decltype(&::sd_bus_message_read) read = nullptr;

@@ -43,19 +43,28 @@ class UnitStateReader {
                library_.setBusClient(bus_, 1) >= 0 && library_.start(bus_) >= 0;
     }
 
+    // Nothing is started to answer. Further arguments are the method's, types first.
+    template <typename... Arguments>
+    bool ask(const char* object, const char* interface, const char* method, sd_bus_message_handler_t onAnswer,
+             void* data, const char* types, const Arguments*... arguments) {
+        sd_bus_message* call = nullptr;
+        if (library_.newCall(bus_, &call, kManager, object, interface, method) < 0) return false;
+        const bool asked = library_.setAutoStart(call, 0) >= 0 &&
+                           library_.append(call, types, arguments...) >= 0 &&
+                           library_.callAsync(bus_, nullptr, call, onAnswer, data, 0) >= 0;
+        library_.releaseMessage(call);
+        if (asked) ++pending_;
+        return asked;
+    }
+
     bool askForUnits() {
-        ++pending_;
-        return library_.callAsync(bus_, nullptr, kManager, kManagerPath, "org.freedesktop.systemd1.Manager",
-                                  "ListUnits", onUnits, this, "") >= 0;
+        return ask(kManagerPath, "org.freedesktop.systemd1.Manager", "ListUnits", onUnits, this, "");
     }
 
     void askForPid(const std::string& unit, const char* object) {
         questions_.push_back({this, unit});
-        ++pending_;
-        const int asked = library_.callAsync(
-            bus_, nullptr, kManager, object, "org.freedesktop.DBus.Properties", "Get", onPid,
-            &questions_.back(), "ss", "org.freedesktop.systemd1.Service", "MainPID");
-        if (asked < 0) --pending_;
+        ask(object, "org.freedesktop.DBus.Properties", "Get", onPid, &questions_.back(), "ss",
+            "org.freedesktop.systemd1.Service", "MainPID");
     }
 
     // Until everything that was asked is answered, or the time is up.

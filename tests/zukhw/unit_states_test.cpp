@@ -3,6 +3,8 @@
 
 #include <gtest/gtest.h>
 
+#include <atomic>
+
 #include "scanners/zukhw/services.h"
 #include "tests/zukhw/fake_bus.h"
 #include "tests/zukhw/instance_reader.h"
@@ -58,6 +60,16 @@ TEST(UnitStates, AreThoseOfLoadedServices) {
     EXPECT_EQ("exited", states.at("once.service").subState);
     EXPECT_FALSE(states.at("once.service").mainPid);
     EXPECT_EQ("failed", states.at("broken.service").state);
+}
+
+TEST(UnitStates, AreAskedForWithoutStartingAnything) {
+    std::atomic<int> startsAllowed{0};
+    FakeBus bus([&](sd_bus_message* call) {
+        if (sd_bus_message_get_auto_start(call) != 0) ++startsAllowed;
+        answer(call);
+    });
+    EXPECT_FALSE(readUnitStates(bus.address(), kPlenty).empty());
+    EXPECT_EQ(0, startsAllowed);
 }
 
 TEST(UnitStates, AreNoneWhenTheManagerRefuses) {

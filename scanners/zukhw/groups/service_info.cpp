@@ -55,7 +55,7 @@ void writeState(const UnitStates& states, const Service& service, GroupWriter& o
 void collectServiceInfo(Machine& machine, GroupWriter& out) {
     constexpr std::chrono::milliseconds kLimit(500);  // a quarter of what the group may take
     const std::string bus = "run/dbus/system_bus_socket";
-    const bool canAsk = machine.live() && machine.exists(bus);
+    const bool canAsk = machine.live() && machine.exists("run/systemd/system") && machine.exists(bus);
     writeServices(machine, canAsk ? readUnitStates("unix:path=/" + bus, kLimit) : UnitStates(), out);
 }
 
