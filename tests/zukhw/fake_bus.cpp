@@ -41,7 +41,7 @@ void FakeBus::serve() {
         const int processed = sd_bus_process(bus, &message);
         if (message != nullptr && sd_bus_message_is_method_call(message, nullptr, "Hello") > 0) {
             sd_bus_reply_method_return(message, "s", ":1.1");
-        } else if (message != nullptr) {
+        } else if (message != nullptr && sd_bus_message_is_method_call(message, nullptr, nullptr) > 0) {
             answer_(message);
         }
         sd_bus_message_unref(message);

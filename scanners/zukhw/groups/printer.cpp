@@ -1,13 +1,16 @@
 // Group "Printer": one instance per queue of the print server and per USB printer that no queue is for, by
-// name. Read from the server's own files alone: it could also be asked over its socket, by users who may not
-// read them, but that would start it on machines where it waits to be called.
+// name. Read from the server's own files; for users who may not read them the server is asked, if it runs.
 #include <algorithm>
+#include <chrono>
+#include <optional>
 #include <string>
 
 #include "scanners/zukhw/collectors.h"
 #include "scanners/zukhw/cups_config.h"
 #include "scanners/zukhw/device_names.h"
 #include "scanners/zukhw/group_writer.h"
+#include "scanners/zukhw/ipp.h"
+#include "scanners/zukhw/local_http.h"
 #include "scanners/zukhw/machine.h"
 #include "scanners/zukhw/natural_sort.h"
 #include "scanners/zukhw/parse.h"
@@ -126,6 +129,23 @@ bool isFor(const PrintQueue& queue, const UsbDevice& device) {
            queue.deviceUri.find(product) != std::string::npos;
 }
 
+// A server that waits to be called would be started by a question.
+bool serverRuns(Machine& machine) {
+    const std::vector<std::string> processes = machine.list("proc");
+    return std::any_of(processes.begin(), processes.end(), [&](const std::string& process) {
+        return parseDecimal(process) && machine.text("proc/" + process + "/comm") == "cupsd";
+    });
+}
+
+// The queues as the server tells them; no value when it does not.
+std::optional<std::vector<PrintQueue>> askServer(Machine& machine) {
+    constexpr std::chrono::milliseconds kLimit(500);  // a quarter of what the group may take
+    const std::string socket = "run/cups/cups.sock";
+    if (!machine.live() || !machine.exists(socket) || !serverRuns(machine)) return std::nullopt;
+    const auto answer = postLocally('/' + socket, "application/ipp", ippQueuesRequest(), kLimit);
+    return answer ? std::optional(parseIppQueues(*answer)) : std::nullopt;
+}
+
 // The queues, then the classes of queues.
 std::vector<PrintQueue> readQueues(Machine& machine, bool* known) {
     std::vector<PrintQueue> queues;
@@ -134,7 +154,10 @@ std::vector<PrintQueue> readQueues(Machine& machine, bool* known) {
         if (!text && machine.exists(path)) *known = false;
         for (PrintQueue& queue : parseCupsConfig(text.value_or(""))) queues.push_back(std::move(queue));
     }
-    return queues;
+    if (*known) return queues;
+    auto told = askServer(machine);
+    *known = told.has_value();
+    return told ? std::move(*told) : queues;
 }
 
 }  // namespace
