@@ -33,10 +33,11 @@ std::vector<std::string> FileQuery::areas() const {
 
 std::uint32_t QuerySet::add(FileQuery query) {
     const auto number = static_cast<std::uint32_t>(queries_.size());
-    const auto [entry, isNew] = numbers_.emplace(query.key, number);
+    const auto [entry, isNew] = numbers_.emplace(std::move(query.key), number);
     if (!isNew) return entry->second;
     for (const NameGlob& name : query.names) index_.add(name, number);
     if (query.pattern) index_.add(query.pattern, number);
+    query.names = {};  // the index has them
     types_ |= query.types;
     queries_.push_back(std::move(query));
     return number;

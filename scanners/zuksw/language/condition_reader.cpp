@@ -143,7 +143,7 @@ std::optional<std::uint64_t> ConditionReader::number(std::string_view attribute)
 }
 
 std::optional<std::size_t> ConditionReader::choice(std::string_view attribute,
-                                                   const std::vector<std::string_view>& words) {
+                                                   std::initializer_list<std::string_view> words) {
     const auto value = raw(attribute);
     if (!value) return std::nullopt;
     const auto found = std::find(words.begin(), words.end(), *value);

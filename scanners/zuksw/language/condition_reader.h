@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstdint>
+#include <initializer_list>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -47,7 +48,8 @@ class ConditionReader {
     std::optional<std::uint64_t> number(std::string_view attribute);
     std::optional<bool> yesNo(std::string_view attribute);
     /** Which of the words the value is. */
-    std::optional<std::size_t> choice(std::string_view attribute, const std::vector<std::string_view>& words);
+    std::optional<std::size_t> choice(std::string_view attribute,
+                                      std::initializer_list<std::string_view> words);
 
     /** The name that the attribute binds. */
     std::optional<Slot> binds(std::string_view attribute, Kind kind);

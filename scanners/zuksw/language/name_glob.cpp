@@ -71,9 +71,12 @@ void NameGlob::summarise() {
     const auto firstWild = std::find_if_not(tokens_.begin(), tokens_.end(), isByte);
     for (auto t = tokens_.begin(); t != firstWild; ++t) prefix_ += static_cast<char>(t->value);
     literal_ = firstWild == tokens_.end();
+    if (literal_) {
+        tokens_ = {};  // there may be very many literal names
+        return;
+    }
     const auto lastWild = std::find_if_not(tokens_.rbegin(), tokens_.rend(), isByte);
     for (auto t = lastWild.base(); t != tokens_.end(); ++t) suffix_ += static_cast<char>(t->value);
-    if (literal_) tokens_.clear();
 }
 
 bool NameGlob::accepts(const Token& token, char byte) const {
@@ -180,6 +183,7 @@ bool splitBrace(std::string_view text, std::vector<std::string>* alternatives, s
 }  // namespace
 
 std::optional<std::vector<std::string>> expandBraces(std::string_view text, std::string* error) {
+    if (text.find('{') == text.npos) return std::vector<std::string>{std::string(text)};
     std::vector<std::string> results;
     std::vector<Partial> work = {{"", std::string(text)}};
     while (!work.empty()) {

@@ -22,7 +22,7 @@ class NameGlob {
     bool matchesAll() const { return tokens_.size() == 1 && tokens_[0].type == Type::kRun; }
     /** The same as a regular expression over bytes, to be matched as a whole. */
     std::string asPattern() const;
-    /** What every match begins and ends with. */
+    /** What every match begins and ends with; of one that is literal the beginning is all. */
     const std::string& prefix() const { return prefix_; }
     const std::string& suffix() const { return suffix_; }
 

@@ -7,6 +7,7 @@ Presets::Presets(const std::vector<Preset>& presets) {
 }
 
 const std::string* Presets::take(const std::string& guid, const std::string& name) {
+    const std::lock_guard<std::mutex> lock(mutex_);
     auto found = entries_.find({guid, name});
     if (found == entries_.end()) found = entries_.find({std::string(), name});
     if (found == entries_.end()) return nullptr;

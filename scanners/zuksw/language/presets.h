@@ -1,6 +1,7 @@
 #pragma once
 
 #include <map>
+#include <mutex>
 #include <string>
 #include <utility>
 #include <vector>
@@ -9,7 +10,7 @@
 
 namespace zuksw {
 
-/** The caller's presets, ready to be looked up, and which of them were taken. */
+/** The caller's presets, ready to be looked up, and which of them were taken. Any thread may take. */
 class Presets {
   public:
     /** Of two with equal guid and name the later wins. The presets must outlive this. */
@@ -25,6 +26,7 @@ class Presets {
         const Preset* preset = nullptr;
         bool used = false;
     };
+    std::mutex mutex_;
     std::map<std::pair<std::string, std::string>, Entry> entries_;  // by guid and name
 };
 

@@ -1,6 +1,8 @@
 #include "scanners/zuksw/language/signature_set.h"
 
 #include <algorithm>
+#include <atomic>
+#include <iterator>
 #include <utility>
 
 #include "scanners/zuksw/language/line_index.h"
@@ -8,19 +10,21 @@
 #include "scanners/zuksw/language/signature_reader.h"
 #include "scanners/zuksw/language/utf8.h"
 #include "scanners/zuksw/language/xml_reader.h"
+#include "scanners/zuksw/setup/threads.h"
 
 namespace zuksw {
 namespace {
 
 constexpr std::size_t kMaxSignatures = 100'000;
-constexpr std::size_t kMaxProblems = 20;  // of one signature
+constexpr std::size_t kMaxProblems = 20;                  // of one signature
+constexpr std::size_t kBrief = 100;                       // hardly any signature is shorter
+constexpr std::size_t kMinPiece = std::size_t{1} << 20U;  // smaller ones are read before a thread has begun
 
-}  // namespace
-
+// Takes the signatures out of one piece of the file.
 class SignatureSink : public XmlSink {
   public:
-    SignatureSink(SignatureSet* set, PatternStore* patterns, Presets* presets)
-        : set_(set), patterns_(patterns), presets_(presets) {}
+    SignatureSink(PatternStore* patterns, Presets* presets, SignatureBatch* batch)
+        : patterns_(patterns), presets_(presets), batch_(*batch) {}
 
     std::string onRoot(std::string_view name) override {
         if (name == "Signatures") return {};
@@ -29,46 +33,94 @@ class SignatureSink : public XmlSink {
 
     std::string onNode(const Element& node) override {
         if (node.name.empty()) {
-            set_->findings_.push_back({Finding::Level::kWarning, EventCode::kStrayText, node.offset,
+            batch_.findings.push_back({Finding::Level::kWarning, EventCode::kStrayText, node.offset,
                                        Finding::kNone, "text between signatures is ignored; remove it"});
         } else if (node.name != "Signature") {
-            set_->findings_.push_back({Finding::Level::kWarning, EventCode::kUnknownElement, node.offset,
+            batch_.findings.push_back({Finding::Level::kWarning, EventCode::kUnknownElement, node.offset,
                                        Finding::kNone,
                                        "unknown element <" + std::string(node.name) + "> is ignored"});
-        } else if (set_->signatures_.size() == kMaxSignatures) {
+        } else if (batch_.signatures.size() == kMaxSignatures) {
             return "there are more than 100000 signatures; split the file";
         } else {
-            set_->add(node, patterns_, presets_);
+            add(node);
         }
         return {};
     }
 
   private:
-    SignatureSet* set_;
+    void add(const Element& element);
+
     PatternStore* patterns_;
     Presets* presets_;
+    SignatureBatch& batch_;
 };
 
-void SignatureSet::add(const Element& element, PatternStore* patterns, Presets* presets) {
+void SignatureSink::add(const Element& element) {
     SignatureReport report;
-    signatures_.push_back(readSignature(element, patterns, presets, &report));
-    offsets_.push_back(element.offset);
-    const std::size_t index = signatures_.size() - 1;
-    const auto add = [&](Finding::Level level, EventCode code, const std::vector<Problem>& problems) {
+    batch_.signatures.push_back(readSignature(element, patterns_, presets_, &report));
+    batch_.offsets.push_back(element.offset);
+    const std::size_t index = batch_.signatures.size() - 1;
+    const auto note = [&](Finding::Level level, EventCode code, const std::vector<Problem>& problems) {
         for (const Problem& problem : problems)
-            findings_.push_back({level, code, problem.offset, index, problem.text});
+            batch_.findings.push_back({level, code, problem.offset, index, problem.text});
     };
-    add(Finding::Level::kAdvice, EventCode::kSignatureInvalid, report.advice);
-    add(Finding::Level::kWarning, EventCode::kUnknownElement, report.ignored);
+    note(Finding::Level::kAdvice, EventCode::kSignatureInvalid, report.advice);
+    note(Finding::Level::kWarning, EventCode::kUnknownElement, report.ignored);
     if (report.problems.size() > kMaxProblems) report.problems.resize(kMaxProblems);
-    add(Finding::Level::kError, report.newerLanguage ? EventCode::kLanguage : EventCode::kSignatureInvalid,
-        report.problems);
+    note(Finding::Level::kError, report.newerLanguage ? EventCode::kLanguage : EventCode::kSignatureInvalid,
+         report.problems);
 }
 
-std::string SignatureSet::read(std::string_view bytes, PatternStore* patterns, Presets* presets) {
-    SignatureSink sink(this, patterns, presets);
-    const std::optional<XmlError> error = readXml(bytes, 2, &sink);
-    if (error) return LineIndex(bytes).describe(error->offset) + ": " + error->text;
+template <typename Value>
+void moveAll(std::vector<Value>* from, std::vector<Value>* to) {
+    to->insert(to->end(), std::make_move_iterator(from->begin()), std::make_move_iterator(from->end()));
+}
+
+}  // namespace
+
+// False when there are too many.
+bool SignatureSet::append(SignatureBatch batch) {
+    for (Finding& finding : batch.findings) {
+        if (finding.signature != Finding::kNone) finding.signature += signatures_.size();
+    }
+    moveAll(&batch.signatures, &signatures_);
+    moveAll(&batch.offsets, &offsets_);
+    moveAll(&batch.findings, &findings_);
+    return signatures_.size() <= kMaxSignatures;
+}
+
+// False when the file has to be read as a whole: it is small, or something is wrong with it and only its
+// reader can say where.
+bool SignatureSet::readPieces(std::string_view bytes, PatternStore* patterns, Presets* presets,
+                              unsigned threads) {
+    const auto count = std::min<std::size_t>(threads, bytes.size() / kMinPiece);
+    if (count < 2 || !isUtf8(bytes)) return false;
+    const std::vector<XmlPiece> pieces = cutXml(bytes, "Signatures", "Signature", count);
+    std::vector<SignatureBatch> batches(pieces.size());
+    std::atomic<std::size_t> next{0};
+    std::atomic<bool> refused{false};
+    runOnThreads(threads, [&] {
+        for (std::size_t i = next++; i < pieces.size(); i = next++) {
+            SignatureSink sink(patterns, presets, &batches[i]);
+            if (readXml(pieces[i], 2, &sink)) refused = true;
+        }
+    });
+    if (refused) return false;
+    signatures_.reserve(std::min(bytes.size() / kBrief, kMaxSignatures));
+    return std::all_of(batches.begin(), batches.end(),
+                       [this](SignatureBatch& batch) { return append(std::move(batch)); });
+}
+
+std::string SignatureSet::read(std::string_view bytes, PatternStore* patterns, Presets* presets,
+                               unsigned threads) {
+    if (!readPieces(bytes, patterns, presets, threads)) {
+        *this = SignatureSet();
+        SignatureBatch batch;
+        SignatureSink sink(patterns, presets, &batch);
+        const std::optional<XmlError> error = readXml(bytes, 2, &sink);
+        if (error) return LineIndex(bytes).describe(error->offset) + ": " + error->text;
+        append(std::move(batch));
+    }
     if (!isUtf8(bytes)) {
         findings_.push_back({Finding::Level::kWarning, EventCode::kEncoding, 0, Finding::kNone,
                              "the signatures are no UTF-8; they are read as ISO 8859-1"});

@@ -29,12 +29,19 @@ struct Finding {
     std::string text;
 };
 
+/** Signatures in file order, as a piece of the file gave them. */
+struct SignatureBatch {
+    std::vector<Signature> signatures;
+    std::vector<std::size_t> offsets;  // where each begins
+    std::vector<Finding> findings;     // with indexes into `signatures`
+};
+
 /** The signatures of one file, in file order. */
 class SignatureSet {
   public:
-    /** Reads the file in `bytes`. Returns an empty string, or why it is rejected as a whole, with line and
-     *  column. One invalid signature does not reject the others. */
-    std::string read(std::string_view bytes, PatternStore* patterns, Presets* presets);
+    /** Reads the file in `bytes`, a large one on several threads. Returns an empty string, or why it is
+     * rejected as a whole, with line and column. One invalid signature does not reject the others. */
+    std::string read(std::string_view bytes, PatternStore* patterns, Presets* presets, unsigned threads);
 
     const std::vector<Signature>& signatures() const { return signatures_; }
     /** The signatures with that guid, by index; empty when there are none. */
@@ -48,9 +55,8 @@ class SignatureSet {
     const std::vector<Finding>& findings() const { return findings_; }
 
   private:
-    friend class SignatureSink;
-
-    void add(const Element& element, PatternStore* patterns, Presets* presets);
+    bool readPieces(std::string_view bytes, PatternStore* patterns, Presets* presets, unsigned threads);
+    bool append(SignatureBatch batch);
     void index();
     void checkReferences();
     void arrange();

@@ -25,13 +25,20 @@ using Parser = std::unique_ptr<std::remove_pointer_t<XML_Parser>, FreeParser>;
 
 class Reading {
   public:
-    Reading(XML_Parser parser, int level, XmlSink* sink)
-        : parser_(parser), level_(level), sink_(sink), buffer_(kArena), memory_(buffer_.data(), kArena) {}
+    /** skipped: bytes that the parser is given but the document does not have, less those it has before. */
+    Reading(XML_Parser parser, std::ptrdiff_t skipped, int level, XmlSink* sink)
+        : parser_(parser),
+          skipped_(skipped),
+          level_(level),
+          sink_(sink),
+          buffer_(kArena),
+          memory_(buffer_.data(), kArena) {}
 
     void start(const XML_Char* name, const XML_Char** pairs);
     void end();
     void text(std::string_view piece);
     void refuse(std::string why);
+    std::size_t offset() const;
 
     std::optional<XmlError> error;
     /** Expat calls back through C frames, which an exception must not cross. */
@@ -45,6 +52,7 @@ class Reading {
     void clear();
 
     XML_Parser parser_;
+    std::ptrdiff_t skipped_;
     int level_;
     XmlSink* sink_;
     std::vector<char> buffer_;
@@ -64,14 +72,16 @@ std::string_view Reading::keep(std::string_view text) {
 
 Element* Reading::make(std::string_view name) {
     void* place = memory_.allocate(sizeof(Element), alignof(Element));
-    const auto offset = static_cast<std::size_t>(std::max(XML_Index{0}, XML_GetCurrentByteIndex(parser_)));
-    return new (place) Element(keep(name), offset, &memory_);  // its memory goes with the arena
+    return new (place) Element(keep(name), offset(), &memory_);  // its memory goes with the arena
+}
+
+std::size_t Reading::offset() const {
+    return static_cast<std::size_t>(std::max<XML_Index>(0, XML_GetCurrentByteIndex(parser_) - skipped_));
 }
 
 void Reading::refuse(std::string why) {
     if (error) return;
-    error = XmlError{static_cast<std::size_t>(std::max(XML_Index{0}, XML_GetCurrentByteIndex(parser_))),
-                     std::move(why)};
+    error = XmlError{offset(), std::move(why)};
     XML_StopParser(parser_, XML_FALSE);
 }
 
@@ -132,7 +142,7 @@ void Reading::end() {
 
 void Reading::text(std::string_view piece) {
     if (text_.empty()) {
-        textOffset_ = static_cast<std::size_t>(std::max(XML_Index{0}, XML_GetCurrentByteIndex(parser_)));
+        textOffset_ = offset();
     }
     text_.append(piece);
 }
@@ -165,33 +175,58 @@ void XMLCALL onDoctype(void* data, const XML_Char*, const XML_Char*, const XML_C
     guarded(data, [](Reading& reading) { reading.refuse("a DOCTYPE is not allowed; remove it"); });
 }
 
-std::optional<XmlError> parse(std::string_view bytes, XML_Parser parser, Reading* reading) {
+// False when the reading is over.
+bool parse(std::string_view bytes, bool last, XML_Parser parser, Reading* reading) {
     do {
         const std::string_view block = bytes.substr(0, kBlock);
         bytes.remove_prefix(block.size());
         const XML_Status status =
-            XML_Parse(parser, block.data(), static_cast<int>(block.size()), bytes.empty() ? 1 : 0);
+            XML_Parse(parser, block.data(), static_cast<int>(block.size()), last && bytes.empty() ? 1 : 0);
         if (reading->thrown) std::rethrow_exception(reading->thrown);
-        if (reading->error) return reading->error;
         if (status != XML_STATUS_OK) {
-            return XmlError{static_cast<std::size_t>(std::max(XML_Index{0}, XML_GetCurrentByteIndex(parser))),
-                            std::string("not well-formed XML: ") + XML_ErrorString(XML_GetErrorCode(parser))};
+            reading->refuse(std::string("not well-formed XML: ") + XML_ErrorString(XML_GetErrorCode(parser)));
         }
+        if (reading->error) return false;
     } while (!bytes.empty());
-    return std::nullopt;
+    return true;
 }
 
 }  // namespace
 
-std::optional<XmlError> readXml(std::string_view bytes, int level, XmlSink* sink) {
-    const Parser parser(XML_ParserCreate(isUtf8(bytes) ? "UTF-8" : "ISO-8859-1"));
+std::optional<XmlError> readXml(const XmlPiece& piece, int level, XmlSink* sink) {
+    const Parser parser(XML_ParserCreate(isUtf8(piece.bytes) ? "UTF-8" : "ISO-8859-1"));
     if (!parser) throw std::bad_alloc();
-    Reading reading(parser.get(), level, sink);
+    const auto skipped =
+        static_cast<std::ptrdiff_t>(piece.before.size()) - static_cast<std::ptrdiff_t>(piece.offset);
+    Reading reading(parser.get(), skipped, level, sink);
     XML_SetUserData(parser.get(), &reading);
     XML_SetElementHandler(parser.get(), onStart, onEnd);
     XML_SetCharacterDataHandler(parser.get(), onText);
     XML_SetStartDoctypeDeclHandler(parser.get(), onDoctype);
-    return parse(bytes, parser.get(), &reading);
+    const bool whole = piece.after.empty();
+    const bool goOn = parse(piece.before, false, parser.get(), &reading) &&
+                      parse(piece.bytes, whole, parser.get(), &reading);
+    if (goOn && !whole) parse(piece.after, true, parser.get(), &reading);
+    return reading.error;
+}
+
+std::optional<XmlError> readXml(std::string_view bytes, int level, XmlSink* sink) {
+    return readXml(XmlPiece{{}, bytes, {}, 0}, level, sink);
+}
+
+std::vector<XmlPiece> cutXml(std::string_view bytes, const std::string& root, const std::string& child,
+                             std::size_t count) {
+    std::vector<XmlPiece> pieces;
+    std::size_t begin = 0;
+    for (std::size_t i = 1; i < count; ++i) {
+        const std::size_t end = bytes.find("<" + child + " ", bytes.size() / count * i);
+        if (end == bytes.npos || end <= begin) continue;
+        pieces.push_back({{}, bytes.substr(begin, end - begin), "</" + root + ">", begin});
+        begin = end;
+    }
+    pieces.push_back({{}, bytes.substr(begin), {}, begin});
+    for (std::size_t i = 1; i < pieces.size(); ++i) pieces[i].before = "<" + root + ">";
+    return pieces;
 }
 
 }  // namespace zuksw

@@ -4,6 +4,7 @@
 #include <optional>
 #include <string>
 #include <string_view>
+#include <vector>
 
 #include "scanners/zuksw/language/element.h"
 
@@ -30,5 +31,22 @@ class XmlSink {
  * documents that are not well-formed, that have a DOCTYPE (so no entity is ever expanded), that nest deeper
  * than 64 elements or that hold an attribute longer than 64 KiB. */
 std::optional<XmlError> readXml(std::string_view bytes, int level, XmlSink* sink);
+
+/** A piece of a document, with what makes it one that can be read by itself. */
+struct XmlPiece {
+    std::string before;
+    std::string_view bytes;
+    std::string after;
+    std::size_t offset = 0;  // of `bytes` in the document
+};
+
+/** Cuts a document with the root `root` before children `child` into about `count` pieces that can be read at
+ *  the same time. Where it was no child but, say, a comment that was cut, no piece is right by itself: when
+ *  one of them is refused, read the document as a whole. */
+std::vector<XmlPiece> cutXml(std::string_view bytes, const std::string& root, const std::string& child,
+                             std::size_t count);
+
+/** Reads a piece; offsets are those in the document. */
+std::optional<XmlError> readXml(const XmlPiece& piece, int level, XmlSink* sink);
 
 }  // namespace zuksw

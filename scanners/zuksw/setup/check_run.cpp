@@ -6,6 +6,7 @@
 #include "scanners/zuksw/language/signature_set.h"
 #include "scanners/zuksw/setup/configuration.h"
 #include "scanners/zuksw/setup/messages.h"
+#include "scanners/zuksw/setup/threads.h"
 
 namespace zuksw {
 namespace {
@@ -36,7 +37,7 @@ int checkSignatures(const std::string& path) {
     PatternStore patterns(static_cast<std::int64_t>(configuration.content.regexMemory));
     Presets presets(configuration.presets);
     SignatureSet set;
-    error = set.read(*bytes, &patterns, &presets);
+    error = set.read(*bytes, &patterns, &presets, threadsFor(configuration.limits.threads));
     if (!error.empty()) {
         say("error", path + ": " + error);
         return kExitSignatures;

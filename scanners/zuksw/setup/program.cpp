@@ -9,7 +9,6 @@
 #include <cstdio>
 #include <exception>
 #include <new>
-#include <thread>
 
 #include "scanners/shared/output_file.h"
 #include "scanners/zuksw/evaluation/scan.h"
@@ -20,6 +19,7 @@
 #include "scanners/zuksw/setup/command_line.h"
 #include "scanners/zuksw/setup/messages.h"
 #include "scanners/zuksw/setup/sandbox.h"
+#include "scanners/zuksw/setup/threads.h"
 
 namespace zuksw {
 namespace {
@@ -39,11 +39,6 @@ void installSignals() {
     for (const int signal : {SIGTERM, SIGINT}) ::sigaction(signal, &action, nullptr);
     for (const int signal : {SIGPIPE, SIGXFSZ}) std::signal(signal, SIG_IGN);
     installFaultHandler();
-}
-
-unsigned threadsOf(const Configuration& configuration) {
-    if (configuration.limits.threads != 0) return static_cast<unsigned>(configuration.limits.threads);
-    return std::clamp(std::thread::hardware_concurrency(), 1U, 4U);
 }
 
 // What is wrong with signatures becomes events; of one signature the first mistake, with the number of
@@ -115,7 +110,8 @@ bool Run::readSignatures() {
         signatureBytes_ = *std::move(bytes);
         patterns_.emplace(static_cast<std::int64_t>(configuration_.content.regexMemory));
         Presets presets(configuration_.presets);
-        error = signatures_.read(signatureBytes_, &*patterns_, &presets);
+        error = signatures_.read(signatureBytes_, &*patterns_, &presets,
+                                 threadsFor(configuration_.limits.threads));
         for (const Preset* preset : presets.unused()) {
             events_.add(EventCode::kPresetUnused, preset->guid,
                         "no signature takes the preset variable '" + preset->name + "'");
@@ -173,7 +169,7 @@ bool Run::scanTree(Outcomes* outcomes) {
         events_.add(EventCode::kNotSearched, {}, "search/Root is no directory that can be opened", root);
     }
     Machine machine(configuration_, *tree, territory, budget, events_, *patterns_);
-    scan(signatures_, threadsOf(configuration_), &machine, outcomes);
+    scan(signatures_, threadsFor(configuration_.limits.threads), &machine, outcomes);
     entries_ = machine.files.entries();
     opened_ = machine.opened;
     bytes_ = machine.bytes;
@@ -215,7 +211,10 @@ int run(const std::vector<std::string>& words) {
     }
     if (line.help) return std::fputs(kUsage, stdout) < 0 ? kExitOutput : kExitDone;
     if (line.version) return std::puts("zuksw " ZUKSW_VERSION) < 0 ? kExitOutput : kExitDone;
-    return line.check ? checkSignatures(line.signatures) : Run(line).perform();
+    if (line.check) return checkSignatures(line.signatures);
+    // Never destroyed: the process ends, and a hundred thousand signatures take their time to take apart.
+    static Run* const kRun = new Run(line);
+    return kRun->perform();
 }
 
 // Tells of the exception that is being handled.

@@ -1,10 +1,18 @@
 #pragma once
 
+#include <algorithm>
+#include <cstdint>
 #include <system_error>
 #include <thread>
 #include <vector>
 
 namespace zuksw {
+
+/** How many threads to use where `wanted` are asked for; 0: as many as there are cores, up to 4. */
+inline unsigned threadsFor(std::uint64_t wanted) {
+    if (wanted != 0) return static_cast<unsigned>(wanted);
+    return std::clamp(std::thread::hardware_concurrency(), 1U, 4U);
+}
 
 /** Runs `work` on `count` threads, the calling one among them, or on fewer when the system has no more to
  *  give. Returns when all of them are done. */
