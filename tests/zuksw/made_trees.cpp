@@ -4,7 +4,6 @@
 #include <filesystem>
 #include <fstream>
 #include <map>
-#include <ostream>
 #include <stdexcept>
 
 #include "tests/zuksw/archive_builder.h"
@@ -43,12 +42,12 @@ std::vector<std::string> fieldsOf(const std::string& line) {
     return fields;
 }
 
-void readLine(const std::string& line, std::vector<MadeTree>* trees) {
+void readLine(const std::string& theme, const std::string& line, std::vector<MadeTree>* trees) {
     const std::size_t blank = line.find(' ');
     const std::string word = line.substr(0, blank);
     const std::string rest = line.substr(blank == line.npos ? line.size() : blank + 1);
     if (word == "tree") {
-        trees->push_back({rest, {}, {}, {}});
+        trees->push_back({theme, rest, {}, {}, {}});
         return;
     }
     MadeTree& tree = trees->at(trees->size() - 1);
@@ -70,8 +69,9 @@ void readLine(const std::string& line, std::vector<MadeTree>* trees) {
 
 void readFile(const std::string& path, std::vector<MadeTree>* trees) {
     std::ifstream file(path);
+    const std::string theme = std::filesystem::path(path).stem();
     for (std::string line; std::getline(file, line);) {
-        if (!line.empty() && line[0] != '#') readLine(line, trees);
+        if (!line.empty() && line[0] != '#') readLine(theme, line, trees);
     }
 }
 
@@ -94,10 +94,6 @@ std::string elfFile(const std::string& mainPackage, const std::string& content) 
 
 }  // namespace
 
-void PrintTo(const MadeTree& tree, std::ostream* out) {
-    *out << tree.name;
-}
-
 std::vector<MadeTree> readMadeTrees() {
     std::vector<std::string> paths;
     for (const auto& entry : std::filesystem::directory_iterator(ZUK_SOURCE_DIR "/tests/data/catalogue")) {
@@ -106,7 +102,6 @@ std::vector<MadeTree> readMadeTrees() {
     std::sort(paths.begin(), paths.end());
     std::vector<MadeTree> trees;
     for (const std::string& path : paths) readFile(path, &trees);
-    for (MadeTree& tree : trees) std::sort(tree.findings.begin(), tree.findings.end());
     return trees;
 }
 

@@ -1,6 +1,5 @@
 #pragma once
 
-#include <iosfwd>
 #include <string>
 #include <utility>
 #include <vector>
@@ -15,13 +14,12 @@ struct MadeTree {
         std::vector<std::string> arguments;  // content, target or size; a jar: member and content
     };
 
+    std::string theme;
     std::string name;  // the signature that it is for
     std::vector<File> files;
     std::vector<std::pair<std::string, std::string>> presets;
-    std::vector<std::string> findings;  // "name | version | path", sorted
+    std::vector<std::string> findings;  // "name | version | path"
 };
-
-void PrintTo(const MadeTree& tree, std::ostream* out);
 
 // Every tree of the catalogue, in the order of the files. Throws where one cannot be read.
 std::vector<MadeTree> readMadeTrees();
