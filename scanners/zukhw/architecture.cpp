@@ -4,6 +4,9 @@
 #include <sys/utsname.h>
 
 #include <algorithm>
+#include <string_view>
+#include <utility>
+#include <vector>
 
 #include "scanners/zukhw/machine.h"
 #include "scanners/zukhw/text.h"
@@ -66,6 +69,37 @@ std::string nameOf(const ElfTarget& target) {
     return "";
 }
 
+// "Linux version 6.1.0-13-amd64 (...)": distributions name the architecture in the release, by its name or by
+// that of their packages.
+std::string nameInVersion(Machine& machine) {
+    static constexpr std::pair<std::string_view, const char*> kNames[] = {
+        {"x86_64", "x86_64"},
+        {"amd64", "x86_64"},
+        {"aarch64", "aarch64"},
+        {"arm64", "aarch64"},
+        {"i686", "i686"},
+        {"686", "i686"},
+        {"ppc64le", "ppc64le"},
+        {"powerpc64le", "ppc64le"},
+        {"s390x", "s390x"},
+        {"riscv64", "riscv64"},
+        {"loongarch64", "loongarch64"},
+        {"loong64", "loongarch64"},
+        {"armv7hl", "armv7l"},
+    };
+    const std::string version = machine.text("proc/version");
+    const std::vector<std::string_view> fields = words(version);
+    if (fields.size() < 3) return "";
+    std::string release(fields[2]);
+    std::replace(release.begin(), release.end(), '.', '-');
+    for (const std::string_view part : split(release, '-')) {
+        for (const auto& [word, name] : kNames) {
+            if (part == word) return name;
+        }
+    }
+    return "";
+}
+
 std::optional<ElfTarget> userSpaceTarget(Machine& machine) {
     for (const char* path : {"sbin/init", "bin/sh"}) {  // containers often have no init
         const auto head = machine.readHead(path, kElfHead);
@@ -83,6 +117,7 @@ Architecture::Architecture(Machine& machine) {
     utsname system{};
     if (machine.live() && ::uname(&system) == 0) name_ = system.machine;
     if (name_.empty()) name_ = machine.text("proc/sys/kernel/arch");
+    if (name_.empty()) name_ = nameInVersion(machine);
     if (name_.empty() && target) name_ = nameOf(*target);
 }
 

@@ -49,6 +49,29 @@ TEST(OperatingSystem, LeavesOutADomainThatWasNeverSet) {
     EXPECT_EQ(0U, systemOf("proc/sys/kernel/domainname: (none)\netc/hostname: x\n").count("Domain"));
 }
 
+struct VersionCase {
+    const char* release;
+    const char* architecture;
+};
+
+TEST(OperatingSystem, TakesTheArchitectureOfACopyFromItsKernelsRelease) {
+    const VersionCase cases[] = {
+        {"6.1.0-13-amd64", "x86_64"},
+        {"4.16.15-200.fc27.x86_64", "x86_64"},
+        {"5.10.0-8-cloud-arm64", "aarch64"},
+        {"4.19.0-17-686-pae", "i686"},
+        {"5.14.0-70.el9.ppc64le", "ppc64le"},
+        {"6.8.0-31-generic", ""},
+        {"3.10.107-amd6400", ""},
+    };
+    for (const VersionCase& c : cases) {
+        const Fields system = systemOf(std::string("proc/version: Linux version ") + c.release +
+                                       " (buildd@host-amd64) (gcc) #1 SMP\nproc/sys/kernel/ostype: Linux\n");
+        const auto found = system.find("Architecture");
+        EXPECT_EQ(c.architecture, found == system.end() ? "" : found->second) << c.release;
+    }
+}
+
 TEST(OperatingSystem, TakesTheArchitectureOfACopyFromItsFiles) {
     EXPECT_EQ("riscv64", systemOf("proc/sys/kernel/arch: riscv64\n").at("Architecture"));
     const Fields arm = systemOf("sbin/init = 7f 45 4c 46 02 01 01 00 00 00 00 00 00 00 00 00 03 00 b7 00\n");

@@ -1,5 +1,7 @@
 #include <gtest/gtest.h>
 
+#include <set>
+
 #include "scanners/zukhw/text.h"
 #include "tests/support/files.h"
 #include "tests/zukhw/captures.h"
@@ -111,6 +113,14 @@ TEST(VirtualMachine, IsRightAboutCapturedMachines) {
         const std::string found = levels.empty() ? "" : toLower(levels[0].at("Hypervisor"));
         EXPECT_EQ(inOurWords(std::string(columns[1])), found) << line;
         EXPECT_LE(levels.size(), 1U) << line;
+        if (levels.empty()) continue;
+        static const std::set<std::string> kContainers = {"docker", "podman", "lxc", "linux-vserver"};
+        EXPECT_EQ(kContainers.count(found) != 0 ? "Container" : "Machine", levels[0].at("Kind")) << line;
+        EXPECT_EQ("Guest", levels[0].at("Role")) << line;
+        const bool isKnownSignature = columns[2].size() > 1;
+        if (isKnownSignature) {
+            EXPECT_EQ(columns[2], levels[0].at("Signature")) << line;
+        }
     }
 }
 
