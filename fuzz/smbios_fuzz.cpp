@@ -42,7 +42,8 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     Machine machine = tables.with(entryPoint, bytes.substr(kVersion));
     for (const auto collect :
          {collectSMBIOS, collectMemoryModules, collectSystemEnclosure, collectComponentID,
-          collectPCSystemParams, collectPhysicalProcessor, collectVirtualMachine, collectMemory}) {
+          collectPCSystemParams, collectPhysicalProcessor, collectVirtualMachine, collectMemory,
+          collectPointingDevice, collectSerialPort, collectParallelPort}) {
         GroupWriter writer("Fuzz", machine.deadline());
         collect(machine, writer);
         writer.finish();
