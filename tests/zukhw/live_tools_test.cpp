@@ -271,6 +271,25 @@ TEST(LiveTools, LspciListsTheSameFunctions) {
     EXPECT_EQ(expected, found);
 }
 
+// "dbus.service static -". Templates are no services here.
+TEST(LiveTools, SystemctlListsTheSameUnits) {
+    const ShellResult tool = shell("systemctl --root=/ list-unit-files -t service --no-legend --no-pager");
+    if (tool.status != 0) GTEST_SKIP() << "systemctl is not to be had here";
+    static const std::set<std::string> kModes = {"enabled", "disabled", "static",
+                                                 "masked",  "alias",    "generated"};
+    std::map<std::string, std::string> found;
+    for (const Instance& service : scanLive("Service Info")) {
+        found[valueOf(service, "Name")] = toLower(valueOf(service, "StartMode"));
+    }
+    for (const std::string_view line : lines(tool.out)) {
+        const std::vector<std::string_view> cells = words(line);
+        ASSERT_LE(2U, cells.size()) << line;
+        const std::string mode(cells[1]);
+        if (cells[0].find("@.") != std::string_view::npos || kModes.count(mode) == 0) continue;
+        EXPECT_EQ(mode, found[std::string(cells[0])]) << cells[0];
+    }
+}
+
 TEST(LiveTools, FindmntListsTheSameFileSystems) {
     const json tool = outputOf("findmnt -J -l -b --real -o TARGET,SOURCE,FSTYPE,SIZE");
     if (!tool.is_object()) GTEST_SKIP() << "findmnt -J is not to be had here";

@@ -158,6 +158,12 @@ TEST(ServiceInfo, HasScriptsWithoutAUnit) {
     EXPECT_EQ(Fields(), serviceOf(machine, "text"));
 }
 
+TEST(ServiceInfo, HasTheUnitInsteadOfAShellScript) {
+    TestMachine machine("etc/init.d/clock.sh:\n\t#!/bin/sh\nlib/systemd/system/clock.service -> /dev/null\n");
+    makeProgram(machine, "etc/init.d/clock.sh");
+    EXPECT_EQ("clock.service", collectOne(machine, "ServiceInfo").at("Name"));
+}
+
 TEST(ServiceInfo, HasTheServicesOfOpenRc) {
     TestMachine machine(
         "etc/init.d/sshd:\n\t#!/sbin/openrc-run\n\tdescription=\"Secure shell\"\n"

@@ -10,6 +10,7 @@
 #include "scanners/zukhw/machine.h"
 #include "scanners/zukhw/natural_sort.h"
 #include "scanners/zukhw/services.h"
+#include "scanners/zukhw/text.h"
 #include "scanners/zukhw/unit_files.h"
 
 namespace {
@@ -23,6 +24,13 @@ const char* nameOf(StartMode mode) {
     return kNames[static_cast<int>(mode)];
 }
 
+// The unit that systemd runs instead of a script, or makes of it: that of "hwclock.sh" is hwclock.service.
+std::string unitOf(std::string_view script) {
+    constexpr std::string_view kShell = ".sh";
+    if (endsWith(script, kShell)) script.remove_suffix(kShell.size());
+    return std::string(script) + ".service";
+}
+
 std::vector<Service> readServices(Machine& machine) {
     std::vector<Service> services;
     std::set<std::string> native;
@@ -32,8 +40,7 @@ std::vector<Service> readServices(Machine& machine) {
                             unit.facts.executable, unit.path, unit.facts.type});
     }
     for (const InitScript& script : readInitScripts(machine)) {
-        // systemd runs the unit of that name instead.
-        if (native.count(script.name + ".service") != 0) continue;
+        if (native.count(unitOf(script.name)) != 0) continue;
         services.push_back({script.name, script.description, script.openRc ? "OpenRC" : "SysV",
                             script.enabled ? "Enabled" : "Disabled", "", "", script.path, ""});
     }
@@ -43,7 +50,7 @@ std::vector<Service> readServices(Machine& machine) {
 }
 
 void writeState(const UnitStates& states, const Service& service, GroupWriter& out) {
-    const auto found = states.find(service.manager == "Systemd" ? service.name : service.name + ".service");
+    const auto found = states.find(service.manager == "Systemd" ? service.name : unitOf(service.name));
     if (found == states.end()) return;
     out.text("State", found->second.state);
     out.text("SubState", found->second.subState);
