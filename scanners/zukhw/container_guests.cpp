@@ -66,7 +66,7 @@ Guest dockerGuest(const Json& config) {
 Guest podmanGuest(Machine& machine, const Json& container) {
     Guest guest;
     const std::string id = textMember(container, "id");
-    const Json metadata = Json::parse(textMember(container, "metadata"), nullptr, false);
+    const Json metadata = parseJson(textMember(container, "metadata")).value_or(Json());
     const Json* names = findMember(container, "names");
     const bool isNamed =
         names != nullptr && names->is_array() && !names->empty() && names->front().is_string();

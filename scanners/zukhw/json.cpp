@@ -1,15 +1,19 @@
 #include "scanners/zukhw/json.h"
 
+std::optional<Json> parseJson(std::string_view text) {
+    constexpr int kMaxDepth = 32;
+    const auto isShallow = [](int depth, Json::parse_event_t, const Json&) { return depth < kMaxDepth; };
+    Json document = Json::parse(text, isShallow, false);
+    return document.is_discarded() ? std::nullopt : std::optional(std::move(document));
+}
+
 std::optional<Json> readJson(Machine& machine, const std::string& path) {
     constexpr std::size_t kMaxText = std::size_t{4} << 20U;  // in memory it takes up to ten times as much
-    constexpr int kMaxDepth = 32;
     const auto text = machine.read(path, kMaxText);
     if (!text) return std::nullopt;
-    const auto isShallow = [](int depth, Json::parse_event_t, const Json&) { return depth < kMaxDepth; };
-    Json document = Json::parse(*text, isShallow, false);
-    if (!document.is_discarded()) return document;
-    machine.sources().malformed(path, 0);
-    return std::nullopt;
+    auto document = parseJson(*text);
+    if (!document) machine.sources().malformed(path, 0);
+    return document;
 }
 
 const Json* findMember(const Json& object, const char* name) {

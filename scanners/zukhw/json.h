@@ -9,8 +9,11 @@
 
 using Json = nlohmann::json;
 
-// The JSON document in the file at `path`, of which objects and lists that are nested too deep are left out;
-// no value when it cannot be read. What is no JSON is told to the source log.
+// A JSON document, of which objects and lists that are nested too deep are left out; no value when it is
+// none.
+std::optional<Json> parseJson(std::string_view text);
+
+// That of the file at `path`; no value when it cannot be read. What is no JSON is told to the source log.
 std::optional<Json> readJson(Machine& machine, const std::string& path);
 
 // What an object has under a name, or null; null too for what is no object.

@@ -115,6 +115,13 @@ TEST(VirtualMachineGuest, IsAContainerOfPodman) {
               guests[1]);
 }
 
+TEST(VirtualMachineGuest, SurvivesMetadataThatIsNestedDeep) {
+    TestMachine machine(
+        "var/lib/containers/storage/overlay-containers/containers.json: [{\"id\":\"a\",\"metadata\":\"" +
+        std::string(100000, '[') + "\"}]\n");
+    EXPECT_EQ("a", collectOne(machine, "VirtualMachineGuest").at("Name"));
+}
+
 TEST(VirtualMachineGuest, OfLxcRunsWhenItsControlGroupHasProcesses) {
     const std::string tree =
         "var/lib/lxc/one/config: lxc.cgroup2.memory.max = 512M\n"
