@@ -119,6 +119,16 @@ TEST_F(FormatChecksTest, FindsTheLibrariesOfAProgram) {
     EXPECT_EQ("no", truth("<File as=\"f\" path=\"/zuksw\"/><Library of=\"f\" name=\"libother*\" as=\"l\"/>"));
 }
 
+TEST_F(FormatChecksTest, ListsOfDirectoriesThatIncludeThemselvesEnd) {
+    std::filesystem::copy_file(program(), treePath("/zuksw"));
+    std::string includes;
+    for (int i = 0; i < 50; ++i) includes += "include /etc/c/*.conf\n";
+    file("/etc/ld.so.conf", includes);
+    for (int i = 0; i < 50; ++i) file("/etc/c/" + std::to_string(i) + ".conf", includes);
+    EXPECT_EQ("unknown",
+              truth("<File as=\"f\" path=\"/zuksw\"/><Library of=\"f\" name=\"libre2.so.*\" as=\"l\"/>"));
+}
+
 TEST_F(FormatChecksTest, ReadsTags) {
     const std::string tag =
         "<SoftwareIdentity xmlns=\"http://standards.iso.org/iso/19770/-2/2015/schema.xsd\" "

@@ -55,6 +55,15 @@ TEST_F(HostileProgramTest, WhatIsOpenWhenTheTimeIsUpIsUndecidedAndTheRestIsKept)
     EXPECT_NE(std::string::npos, result.textOf("undecided").find("slow")) << result.warnings;
 }
 
+TEST_F(HostileProgramTest, ConditionsThatOnlyComputeKeepToTheTime) {
+    for (int i = 0; i < 100; ++i) file("/f" + std::to_string(i), "");
+    std::string conditions = "<File as=\"a\" name=\"f*\"/><File as=\"b\" name=\"*\"/>";
+    for (int i = 0; i < 5000; ++i) conditions += "<Test value=\"${a.path}${b.path}\" match=\"^/f.*[0-9]$\"/>";
+    const ScanResult result = scan(signature(conditions), {{"limits/TimeBudget", "1"}});
+    EXPECT_EQ(0, result.status) << result.messages;
+    EXPECT_TRUE(result.has("undecided")) << result.warnings;
+}
+
 TEST_F(HostileProgramTest, ASignalStopsTheScanAndTheFilesAreComplete) {
     file("/f", slowBytes(4 << 20));
     const std::string command = commandLine(configurationFile(), signatureFile(signature(search(kSlow))));
@@ -81,6 +90,36 @@ TEST_F(HostileProgramTest, AHundredThousandSignaturesAreRead) {
     ASSERT_EQ(1U, result.matches.size());
     EXPECT_EQ("g77777", result.matches[0].guid);
     EXPECT_EQ(3, scan(text + withGuid("more", "<File name=\"f\"/>")).status);
+}
+
+struct CrowdCase {
+    const char* what;
+    const char* head;
+    const char* unit;  // stands there very many times
+    const char* tail;
+};
+
+TEST_F(HostileProgramTest, CrowdsInsideASignatureMakeItInvalidAndNoMore) {
+    const CrowdCase cases[] = {
+        {"inputs", "", "<Input name=\"a\"/>", "<Detect><Test value=\"1\" eq=\"1\"/></Detect>"},
+        {"variables", "<Detect><Test value=\"1\" eq=\"1\"/></Detect><Report>",
+         "<Variable name=\"%\" value=\"1\"/>", "</Report>"},
+        {"conditions", "<Detect>", "<None/>", "</Detect>"},
+        {"attributes", "<Detect><File name=\"f\"", " a%=\"\"", "/></Detect>"},
+    };
+    for (const CrowdCase& c : cases) {
+        std::string text = "<Signature guid=\"g\" name=\"n\">" + std::string(c.head);
+        for (int i = 0; i < 200'000; ++i) {
+            const std::string unit = c.unit;
+            const std::size_t number = unit.find('%');
+            text += number == unit.npos
+                        ? unit
+                        : unit.substr(0, number) + std::to_string(i) + unit.substr(number + 1);
+        }
+        const ScanResult result = scan(text + c.tail + "</Signature>");
+        EXPECT_EQ(0, result.status) << c.what << result.messages;
+        EXPECT_TRUE(result.has("signature-invalid")) << c.what;
+    }
 }
 
 TEST_F(HostileProgramTest, RowsThatMultiplyAreLimitedAsAWhole) {

@@ -72,7 +72,7 @@ TEST_F(MountsTest, FileSystemsInMemoryAreEnteredOnlyWhenAskedFor) {
     mounted("mount -t tmpfs none memory && touch memory/x");
     EXPECT_EQ("/usr/x", found());
     EXPECT_EQ("/memory/x /usr/x", found({{"search/FileSystems", "all"}}));
-    EXPECT_EQ("/memory/x /usr/x", found({{"search/FileSystems", "tmpfs"}}));
+    EXPECT_EQ("/memory/x /usr/x", found({{"search/FileSystems", "local,tmpfs"}}));
 }
 
 TEST_F(MountsTest, AFullDiskIsFive) {

@@ -292,6 +292,26 @@ TEST_F(SignatureTest, LimitsRowsResultsAndEvents) {
     EXPECT_TRUE(scan("<A/><B/><C/>", {{"limits/MaxEvents", "1"}}).has("more-events"));
 }
 
+TEST_F(SignatureTest, MetadataIsNamedInAscii) {
+    const auto metadata = [](const std::string& xml) {
+        return "<Signature guid=\"g\" name=\"n\"><Detect>" + std::string(kTrue) +
+               "</Detect><Report><Metadata>" + xml + "</Metadata></Report></Signature>";
+    };
+    EXPECT_TRUE(scan(metadata("<caf\xC3\xA9/>")).has("signature-invalid"));
+    EXPECT_TRUE(scan(metadata("<a caf\xC3\xA9=\"1\"/>")).has("signature-invalid"));
+    EXPECT_NE(std::string::npos,
+              scan(metadata("<a b=\"\xC3\xA9\">\xC3\xA9</a>")).output.find("<a b=\"&#233;\">&#233;</a>"));
+}
+
+TEST_F(SignatureTest, ManagersAreKnownByName) {
+    file("/var/lib/dpkg/status", "Package: p\nStatus: install ok installed\nVersion: 1\n\n");
+    const std::string text = signature("<Package name=\"p\"/>");
+    EXPECT_EQ(1U, scan(text, {{"packages/Managers", "all"}}).matches.size());
+    EXPECT_EQ(1U, scan(text, {{"packages/Managers", "rpm"}, {"packages/Managers", "dpkg"}}).matches.size());
+    EXPECT_EQ(0U, scan(text, {{"packages/Managers", "rpm,apk"}}).matches.size());
+    EXPECT_TRUE(scan(text, {{"packages/Managers", "dpkg,yum"}}).has("config-value"));
+}
+
 TEST_F(SignatureTest, ConfigurationMistakesAreEvents) {
     EXPECT_TRUE(scan("", {{"limits/Threads", "none"}}).has("config-value"));
     EXPECT_EQ(4, scan("", {{"limits/Threads", "none"}, {"limits/Strict", "yes"}}).status);

@@ -107,7 +107,12 @@ All::All(ConditionReader& attributes, DetectReader& reader) : Group(attributes, 
 
 void All::step(std::size_t which, const Rows& rows, const Context& context, Rows* out) const {
     for (const Row& row : rows) {
-        children_[which]->apply(row, context, out);
+        if (context.machine.budget.isSpent()) {
+            out->push_back(row);
+            out->back().undecide(toCauses(Cause::kTimeBudget));
+        } else {
+            children_[which]->apply(row, context, out);
+        }
         if (context.tooMany(*out)) return;
     }
 }
@@ -115,6 +120,7 @@ void All::step(std::size_t which, const Rows& rows, const Context& context, Rows
 void All::evaluate(const Row& row, const Context& context, Rows* out) const {
     Rows rows = {row};
     for (std::size_t i = 0; i < steps() && !rows.empty(); ++i) {
+        if (context.timeIsUp(&rows)) break;
         Rows next;
         step(i, rows, context, &next);
         rows = std::move(next);

@@ -15,6 +15,8 @@ struct Context {
     void event(EventCode code, std::string_view text, std::string_view path = {}) const {
         machine.events.add(code, guid, text, path);
     }
+    /** Whether the time is up; then all rows are undecided, and nothing more is to be asked. */
+    bool timeIsUp(Rows* rows) const;
     /** Whether there are more rows than limits/MaxRows. */
     bool tooMany(const Rows& rows) const;
     /** Keeps the rows within limits/MaxRows; a row that was dropped leaves an undecided one. */

@@ -130,8 +130,10 @@ std::optional<Evaluator::Task> Evaluator::join(const Task& task, Rows rows) {
     for (Rows& part : progress.parts) std::move(part.begin(), part.end(), std::back_inserter(all));
     progress.parts = {};
     const Signature& signature = signatureOf(task.signature);
-    Context{machine_, signature.guid}.limitRows(&all);
-    if (!all.empty() && task.step + 1 < signature.detect->steps()) {
+    const Context context{machine_, signature.guid};
+    context.limitRows(&all);
+    const bool more = !all.empty() && task.step + 1 < signature.detect->steps();
+    if (more && !context.timeIsUp(&all)) {
         return divide(task.signature, task.step + 1, std::move(all));
     }
     finish(task.signature, all);

@@ -1,5 +1,6 @@
 #include "scanners/zuksw/language/metadata_reader.h"
 
+#include <algorithm>
 #include <utility>
 
 #include "scanners/zuksw/output/xml_escape.h"
@@ -27,10 +28,19 @@ class Reader {
     }
 
   private:
+    // What is written is ASCII, and a name cannot be spelt otherwise.
+    void checkName(std::string_view name, std::size_t offset) {
+        const bool ascii = std::all_of(name.begin(), name.end(), [](char c) { return (c & 0x80) == 0; });
+        if (!ascii)
+            scope_->report(offset, "a name inside <Metadata> has letters beyond ASCII; use plain ones");
+    }
+
     void readElement(const Element& element) {
+        checkName(element.name, element.offset);
         xml_ += '<';
         appendXmlText(element.name, &xml_);
         for (const Attribute& attribute : element.attributes) {
+            checkName(attribute.name, element.offset);
             xml_ += ' ';
             appendXmlText(attribute.name, &xml_);
             xml_ += "=\"";

@@ -56,7 +56,10 @@ class Scope {
     /** Makes *names receive what is bound and used from now on; returns the one before. */
     Names* track(Names* names);
 
-    void report(std::size_t offset, std::string text) { problems_.push_back({offset, std::move(text)}); }
+    /** Notes a mistake. Beyond the first few they are not kept: a hostile file can hold millions. */
+    void report(std::size_t offset, std::string text) {
+        if (problems_.size() < kMaxProblems) problems_.push_back({offset, std::move(text)});
+    }
     /** Notes something that works, but not well. */
     void advise(std::size_t offset, std::string text) { advice_.push_back({offset, std::move(text)}); }
     const std::vector<Problem>& advice() const { return advice_; }
@@ -65,6 +68,8 @@ class Scope {
     const std::vector<Problem>& problems() const { return problems_; }
 
   private:
+    static constexpr std::size_t kMaxProblems = 20;
+
     struct Entry {
         std::string name;
         unsigned kinds = 0;

@@ -13,6 +13,7 @@ namespace {
 constexpr std::size_t kMaxInputs = 64;
 constexpr std::size_t kMaxVariables = 256;
 constexpr std::size_t kMaxGuid = 128;
+constexpr std::size_t kMaxIgnored = 100;  // findings; a hostile file can hold millions
 constexpr std::uint64_t kLanguage = 1;
 
 class Reader {
@@ -52,6 +53,7 @@ std::string valueOf(const Element& element, std::string_view attribute) {
 }
 
 void Reader::ignore(const Element& element, const std::vector<std::string_view>& known) {
+    if (report_->ignored.size() == kMaxIgnored) return;
     if (element.name.empty()) {
         if (!isBlank(element.text)) report_->ignored.push_back({element.offset, "text that belongs nowhere"});
         return;
@@ -62,6 +64,7 @@ void Reader::ignore(const Element& element, const std::vector<std::string_view>&
 
 void Reader::ignoreAttributes(const Element& element, const std::vector<std::string_view>& known) {
     for (const Attribute& attribute : element.attributes) {
+        if (report_->ignored.size() == kMaxIgnored) return;
         if (std::find(known.begin(), known.end(), attribute.name) != known.end()) continue;
         report_->ignored.push_back(
             {element.offset, "<" + std::string(element.name) + "> has an unknown attribute '" +
@@ -98,6 +101,8 @@ void Reader::readAttributes() {
 }
 
 void Reader::readInput(const Element& element) {
+    if (signature_.inputs.size() == kMaxInputs)
+        return problem(element, "there are more than 64 Inputs; merge some");
     ignoreAttributes(element, {"name", "default"});
     for (const Element* child : element.children) ignore(*child, {});
     const std::string name = valueOf(element, "name");
@@ -114,8 +119,6 @@ void Reader::readInput(const Element& element) {
     }
     if (input.value) scope_.fix(input.slot, *input.value);
     signature_.inputs.push_back(std::move(input));
-    if (signature_.inputs.size() == kMaxInputs + 1)
-        problem(element, "there are more than 64 Inputs; merge some");
 }
 
 void Reader::readDetect() {
@@ -128,18 +131,18 @@ void Reader::readDetect() {
 }
 
 void Reader::readVariable(const Element& element) {
+    auto& variables = signature_.variables;
+    if (variables.size() == kMaxVariables)
+        return problem(element, "more than 256 variables are reported; leave some out");
     ignoreAttributes(element, {"name", "value"});
     for (const Element* child : element.children) ignore(*child, {});
     const std::string name = valueOf(element, "name");
     if (name.empty()) problem(element, "a reported <Variable> needs a 'name'; add it");
     if (element.find("value") == nullptr) problem(element, "the attribute 'value' is missing; add it");
-    auto& variables = signature_.variables;
     variables.erase(std::remove_if(variables.begin(), variables.end(),
                                    [&](const ReportVariable& other) { return other.name == name; }),
                     variables.end());
     variables.push_back({name, Template::parse(valueOf(element, "value"), &scope_, element.offset)});
-    if (variables.size() == kMaxVariables + 1)
-        problem(element, "more than 256 variables are reported; leave some out");
 }
 
 void Reader::readMetadata(const Element& element) {

@@ -1,10 +1,12 @@
 #include "scanners/zuksw/setup/settings.h"
 
+#include <algorithm>
 #include <charconv>
 #include <limits>
 #include <optional>
 
 #include "scanners/zuksw/language/path_glob.h"
+#include "scanners/zuksw/sources/packages.h"
 
 namespace zuksw {
 namespace {
@@ -44,13 +46,17 @@ bool parseSize(std::string_view text, std::uint64_t* value) {
     return true;
 }
 
-// Collects "a" or "a,b".
-bool addList(std::string_view text, std::vector<std::string>* list) {
+// Collects "dpkg" or "dpkg,rpm"; "all" stands for every manager.
+bool addManagers(std::string_view text, std::vector<std::string>* list) {
+    const auto& known = Packages::managers();
     std::vector<std::string> added;
     while (true) {
         const std::size_t comma = text.find(',');
-        if (text.substr(0, comma).empty()) return false;
-        added.emplace_back(text.substr(0, comma));
+        const std::string_view manager = text.substr(0, comma);
+        const bool all = manager == "all";
+        if (!all && std::find(known.begin(), known.end(), manager) == known.end()) return false;
+        added.insert(added.end(), all ? known.begin() : known.end(), known.end());
+        if (!all) added.emplace_back(manager);
         if (comma == text.npos) break;
         text.remove_prefix(comma + 1);
     }
@@ -93,76 +99,76 @@ bool setWord(std::string_view text, std::string_view no, std::string_view yes, b
 }  // namespace
 
 const std::vector<Setting>& settings() {
-    using Text = std::string_view;
+    using View = std::string_view;
     using Config = Configuration*;
     constexpr std::uint64_t kMost = std::numeric_limits<std::uint64_t>::max();
     static const std::vector<Setting> kSettings = {
-        {"search", "Root", [](Text t, Config c) { return addPath(t, &c->search.roots); }, kPath},
-        {"search", "Exclude", [](Text t, Config c) { return addGlob(t, &c->search.exclude); }, kGlob},
+        {"search", "Root", [](View t, Config c) { return addPath(t, &c->search.roots); }, kPath},
+        {"search", "Exclude", [](View t, Config c) { return addGlob(t, &c->search.exclude); }, kGlob},
         {"search", "FileSystems",
-         [](Text t, Config c) {
+         [](View t, Config c) {
              if (t.empty()) return false;
              c->search.fileSystems = t;
              return true;
          },
          "local, all or a comma list of types"},
-        {"search", "Containers", [](Text t, Config c) { return parseYesNo(t, &c->search.containers); },
+        {"search", "Containers", [](View t, Config c) { return parseYesNo(t, &c->search.containers); },
          kYesNo},
-        {"search", "MaxDepth", [](Text t, Config c) { return parseWhole(t, 0, kMost, &c->search.maxDepth); },
+        {"search", "MaxDepth", [](View t, Config c) { return parseWhole(t, 0, kMost, &c->search.maxDepth); },
          kNumber},
         {"search", "MaxEntries",
-         [](Text t, Config c) { return parseWhole(t, 0, kMost, &c->search.maxEntries); }, kNumber},
+         [](View t, Config c) { return parseWhole(t, 0, kMost, &c->search.maxEntries); }, kNumber},
         {"search", "Links",
-         [](Text t, Config c) { return setWord(t, "none", "files", &c->search.linksToFiles); },
+         [](View t, Config c) { return setWord(t, "none", "files", &c->search.linksToFiles); },
          "files or none"},
         {"search", "IncompleteIs",
-         [](Text t, Config c) { return setWord(t, "absent", "unknown", &c->search.incompleteIsUnknown); },
+         [](View t, Config c) { return setWord(t, "absent", "unknown", &c->search.incompleteIsUnknown); },
          "unknown or absent"},
-        {"system", "Prefix", [](Text t, Config c) { return t.empty() || setPath(t, &c->system.prefix); },
+        {"system", "Prefix", [](View t, Config c) { return t.empty() || setPath(t, &c->system.prefix); },
          kPath},
-        {"content", "MaxFileSize", [](Text t, Config c) { return parseSize(t, &c->content.maxFileSize); },
+        {"content", "MaxFileSize", [](View t, Config c) { return parseSize(t, &c->content.maxFileSize); },
          kSize},
-        {"content", "MaxTotal", [](Text t, Config c) { return parseSize(t, &c->content.maxTotal); }, kSize},
-        {"content", "RegexMemory", [](Text t, Config c) { return parseSize(t, &c->content.regexMemory); },
+        {"content", "MaxTotal", [](View t, Config c) { return parseSize(t, &c->content.maxTotal); }, kSize},
+        {"content", "RegexMemory", [](View t, Config c) { return parseSize(t, &c->content.regexMemory); },
          kSize},
-        {"content", "MaxCapture", [](Text t, Config c) { return parseSize(t, &c->content.maxCapture); },
+        {"content", "MaxCapture", [](View t, Config c) { return parseSize(t, &c->content.maxCapture); },
          kSize},
-        {"content", "Deny", [](Text t, Config c) { return addGlob(t, &c->content.deny); }, kGlob},
-        {"archive", "Enabled", [](Text t, Config c) { return parseYesNo(t, &c->archive.enabled); }, kYesNo},
-        {"archive", "MaxDepth", [](Text t, Config c) { return parseWhole(t, 0, 16, &c->archive.maxDepth); },
+        {"content", "Deny", [](View t, Config c) { return addGlob(t, &c->content.deny); }, kGlob},
+        {"archive", "Enabled", [](View t, Config c) { return parseYesNo(t, &c->archive.enabled); }, kYesNo},
+        {"archive", "MaxDepth", [](View t, Config c) { return parseWhole(t, 0, 16, &c->archive.maxDepth); },
          "a whole number up to 16"},
         {"archive", "MaxMembers",
-         [](Text t, Config c) { return parseWhole(t, 0, kMost, &c->archive.maxMembers); }, kNumber},
-        {"archive", "MaxMemberSize", [](Text t, Config c) { return parseSize(t, &c->archive.maxMemberSize); },
+         [](View t, Config c) { return parseWhole(t, 0, kMost, &c->archive.maxMembers); }, kNumber},
+        {"archive", "MaxMemberSize", [](View t, Config c) { return parseSize(t, &c->archive.maxMemberSize); },
          kSize},
-        {"archive", "MaxTotal", [](Text t, Config c) { return parseSize(t, &c->archive.maxTotal); }, kSize},
+        {"archive", "MaxTotal", [](View t, Config c) { return parseSize(t, &c->archive.maxTotal); }, kSize},
         {"archive", "MaxRatio",
-         [](Text t, Config c) { return parseWhole(t, 1, kMost, &c->archive.maxRatio); }, kNumber},
-        {"packages", "Managers", [](Text t, Config c) { return addList(t, &c->packages.managers); },
-         "managers, separated by commas"},
-        {"packages", "DpkgDir", [](Text t, Config c) { return setPath(t, &c->packages.dpkgDir); }, kPath},
-        {"packages", "ApkDir", [](Text t, Config c) { return setPath(t, &c->packages.apkDir); }, kPath},
-        {"packages", "RpmDir", [](Text t, Config c) { return setPath(t, &c->packages.rpmDir); }, kPath},
-        {"packages", "PacmanDir", [](Text t, Config c) { return setPath(t, &c->packages.pacmanDir); }, kPath},
-        {"processes", "Enabled", [](Text t, Config c) { return parseYesNo(t, &c->processes.enabled); },
+         [](View t, Config c) { return parseWhole(t, 1, kMost, &c->archive.maxRatio); }, kNumber},
+        {"packages", "Managers", [](View t, Config c) { return addManagers(t, &c->packages.managers); },
+         "all, or managers separated by commas"},
+        {"packages", "DpkgDir", [](View t, Config c) { return setPath(t, &c->packages.dpkgDir); }, kPath},
+        {"packages", "ApkDir", [](View t, Config c) { return setPath(t, &c->packages.apkDir); }, kPath},
+        {"packages", "RpmDir", [](View t, Config c) { return setPath(t, &c->packages.rpmDir); }, kPath},
+        {"packages", "PacmanDir", [](View t, Config c) { return setPath(t, &c->packages.pacmanDir); }, kPath},
+        {"processes", "Enabled", [](View t, Config c) { return parseYesNo(t, &c->processes.enabled); },
          kYesNo},
         {"processes", "CaptureArguments",
-         [](Text t, Config c) { return parseYesNo(t, &c->processes.captureArguments); }, kYesNo},
+         [](View t, Config c) { return parseYesNo(t, &c->processes.captureArguments); }, kYesNo},
         {"limits", "TimeBudget",
-         [](Text t, Config c) { return parseWhole(t, 0, 1U << 30U, &c->limits.timeBudget); },
+         [](View t, Config c) { return parseWhole(t, 0, 1U << 30U, &c->limits.timeBudget); },
          "a number of seconds"},
-        {"limits", "Threads", [](Text t, Config c) { return parseWhole(t, 1, 64, &c->limits.threads); },
+        {"limits", "Threads", [](View t, Config c) { return parseWhole(t, 1, 64, &c->limits.threads); },
          "a number from 1 to 64"},
-        {"limits", "Nice", [](Text t, Config c) { return parseWhole(t, 0, 39, &c->limits.nice); },
+        {"limits", "Nice", [](View t, Config c) { return parseWhole(t, 0, 39, &c->limits.nice); },
          "a number from 0 to 39"},
-        {"limits", "MaxRows", [](Text t, Config c) { return parseWhole(t, 1, kMost, &c->limits.maxRows); },
+        {"limits", "MaxRows", [](View t, Config c) { return parseWhole(t, 1, kMost, &c->limits.maxRows); },
          kNumber},
         {"limits", "MaxResults",
-         [](Text t, Config c) { return parseWhole(t, 0, kMost, &c->limits.maxResults); }, kNumber},
+         [](View t, Config c) { return parseWhole(t, 0, kMost, &c->limits.maxResults); }, kNumber},
         {"limits", "MaxEvents",
-         [](Text t, Config c) { return parseWhole(t, 0, kMost, &c->limits.maxEvents); }, kNumber},
-        {"limits", "Strict", [](Text t, Config c) { return parseYesNo(t, &c->limits.strict); }, kYesNo},
-        {"output", "Evidence", [](Text t, Config c) { return parseYesNo(t, &c->output.evidence); }, kYesNo},
+         [](View t, Config c) { return parseWhole(t, 0, kMost, &c->limits.maxEvents); }, kNumber},
+        {"limits", "Strict", [](View t, Config c) { return parseYesNo(t, &c->limits.strict); }, kYesNo},
+        {"output", "Evidence", [](View t, Config c) { return parseYesNo(t, &c->output.evidence); }, kYesNo},
     };
     return kSettings;
 }

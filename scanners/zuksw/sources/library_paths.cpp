@@ -15,7 +15,8 @@ namespace {
 
 constexpr std::size_t kMaxFile = std::size_t{1} << 20U;
 constexpr std::size_t kMaxDirectories = 1000;
-constexpr int kMaxIncludes = 8;
+constexpr int kMaxDepth = 8;
+constexpr int kMaxFiles = 1000;  // an include may name many, each of which includes them all again
 
 void replaceAll(std::string* text, const std::string& what, const std::string& with) {
     for (std::size_t at = text->find(what); at != text->npos; at = text->find(what, at + with.size())) {
@@ -51,6 +52,7 @@ std::vector<std::string> standardDirectories(const Elf& elf) {
 }  // namespace
 
 void LibraryPaths::include(const std::string& pattern, const std::string& from, int depth) {
+    if (depth == kMaxDepth || filesRead_ >= kMaxFiles) return;
     const std::string full = pattern[0] == '/' ? pattern : directoryOf(from) + "/" + pattern;
     std::string error;
     const auto glob = NameGlob::parse(nameOf(full), &error);
@@ -62,7 +64,7 @@ void LibraryPaths::include(const std::string& pattern, const std::string& from, 
     DirectoryReader reader(std::move(fd), &buffer);
     DirectoryReader::Entry entry = {};
     std::vector<std::string> names;
-    while (reader.next(&entry) && names.size() < kMaxDirectories) {
+    while (reader.next(&entry) && names.size() < kMaxFiles) {
         if (glob->matches(entry.name)) names.emplace_back(entry.name);
     }
     std::sort(names.begin(), names.end());
@@ -70,7 +72,7 @@ void LibraryPaths::include(const std::string& pattern, const std::string& from, 
 }
 
 void LibraryPaths::readConfiguration(const std::string& path, int depth) {
-    const auto text = depth > kMaxIncludes ? std::nullopt : readFile(tree_, path, kMaxFile);
+    const auto text = ++filesRead_ > kMaxFiles ? std::nullopt : readFile(tree_, path, kMaxFile);
     if (!text) return;
     for (std::size_t begin = 0; begin < text->size() && configured_.size() < kMaxDirectories;) {
         const std::size_t end = std::min(text->find('\n', begin), text->size());

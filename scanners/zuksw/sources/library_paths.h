@@ -28,6 +28,7 @@ class LibraryPaths {
 
     const FileTree& tree_;
     std::once_flag once_;
+    int filesRead_ = 0;
     std::vector<std::string> configured_;  // by ld.so.conf
 };
 

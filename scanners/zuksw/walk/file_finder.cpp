@@ -49,9 +49,9 @@ void FileFinder::add(const std::string& path, unsigned types, FoundFiles* found)
         link = path;
     }
     if (!facts) {
-        const bool gone = errno == ENOENT || errno == ENOTDIR || errno == ELOOP;
-        if (!gone && places_.configuration.search.incompleteIsUnknown)
-            found->causes |= toCauses(Cause::kUnreadable);
+        if (errno == ENOENT || errno == ENOTDIR || errno == ELOOP) return;  // gone
+        places_.events.add(EventCode::kUnreadable, {}, "files that cannot be looked at", path);
+        if (places_.configuration.search.incompleteIsUnknown) found->causes |= toCauses(Cause::kUnreadable);
         return;
     }
     const bool wanted = (S_ISREG(facts->st_mode) && (types & kRegular) != 0) ||

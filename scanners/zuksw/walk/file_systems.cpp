@@ -19,14 +19,13 @@ constexpr std::string_view kKernel[] = {
 
 }  // namespace
 
-FileSystemChoice::FileSystemChoice(std::string_view text) : all_(text == "all") {
-    if (text == "local") {
-        types_.assign(std::begin(kLocal), std::end(kLocal));
-        return;
-    }
+FileSystemChoice::FileSystemChoice(std::string_view text) {
     while (!text.empty()) {
         const std::size_t comma = text.find(',');
-        types_.emplace_back(text.substr(0, comma));
+        const std::string_view type = text.substr(0, comma);
+        if (type == "all") all_ = true;
+        if (type == "local") types_.insert(types_.end(), std::begin(kLocal), std::end(kLocal));
+        types_.emplace_back(type);
         text.remove_prefix(comma == text.npos ? text.size() : comma + 1);
     }
 }

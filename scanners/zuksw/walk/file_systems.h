@@ -11,7 +11,7 @@ namespace zuksw {
 /** Decides which mounts a search enters. */
 class FileSystemChoice {
   public:
-    /** text: `local`, `all` or a comma list of types. */
+    /** text: types separated by commas; `local` stands for those of disks, `all` for every one. */
     explicit FileSystemChoice(std::string_view text);
 
     /** Whether file systems of that type are searched. Those of the kernel and autofs never are. */
