@@ -55,7 +55,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     zuksw::PatternStore patterns(1 << 20);
     zuksw::Presets presets(configuration.presets);
     zuksw::SignatureSet set;
-    if (!set.read({reinterpret_cast<const char*>(data), size}, &patterns, &presets).empty()) return 0;
+    if (!set.read({reinterpret_cast<const char*>(data), size}, &patterns, &presets, 1).empty()) return 0;
     const std::atomic<bool> stop{false};
     const zuksw::Budget budget(5, stop);
     zuksw::Events events(100);

@@ -14,7 +14,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     zuksw::Presets presets(values);
     zuksw::SignatureSet set;
     const std::string_view bytes(reinterpret_cast<const char*>(data), size);
-    if (!set.read(bytes, &patterns, &presets).empty()) return 0;
+    if (!set.read(bytes, &patterns, &presets, 1).empty()) return 0;
     std::vector<int> errors(set.signatures().size());
     for (const zuksw::Finding& finding : set.findings()) {
         if (finding.offset > size) std::abort();
