@@ -52,16 +52,16 @@ std::string blockNameOfNode(Machine& machine, std::string_view node) {
 
 std::string blockPath(Machine& machine, const std::string& name) {
     if (name.empty() || name == "." || name == ".." || name.find('/') != std::string::npos) return "";
-    const std::string path = machine.resolve("sys/class/block/" + name);
+    std::string path = machine.resolve("sys/class/block/" + name);
     if (!path.empty()) return path;
-    const std::string disk = machine.resolve(kDisks + name);
-    if (!disk.empty()) return disk;
+    path = machine.resolve(kDisks + name);
+    if (!path.empty()) return path;
     // Copies may lack the class, which lists partitions as well: look into the disks that the name begins
     // with.
     for (const std::string& candidate : machine.list("sys/block")) {
         if (!startsWith(name, candidate)) continue;
-        const std::string partition = machine.resolve(kDisks + candidate + '/' + name);
-        if (!partition.empty()) return partition;
+        path = machine.resolve(std::string(kDisks).append(candidate).append("/").append(name));
+        if (!path.empty()) return path;
     }
     return "";
 }

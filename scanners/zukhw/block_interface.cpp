@@ -57,7 +57,7 @@ std::string blockInterface(Machine& machine, const std::string& path) {
     for (std::string_view rest = parentPath(path); !rest.empty(); rest = parentPath(rest)) {
         const std::string_view part = baseName(rest);
         if (isNumbered(part, "host")) host = part;
-        const std::string interface = interfaceOfPart(part);
+        std::string interface = interfaceOfPart(part);
         if (!interface.empty()) return interface;
     }
     if (host.empty()) return "";

@@ -98,6 +98,7 @@ std::vector<CpuPackage> findCpuPackages(const CpuTopology& topology) {
     // Where others have a number, a CPU without one is offline, and its place unknown.
     if (packages.size() > 1) packages.erase(std::nullopt);
     std::vector<CpuPackage> found;
+    found.reserve(packages.size());
     for (auto& [id, package] : packages) found.push_back(std::move(package));
     return found;
 }

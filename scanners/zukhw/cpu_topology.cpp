@@ -47,8 +47,8 @@ std::optional<std::vector<unsigned>> readCpuSet(Machine& machine, const std::str
 // The CPUs that share a cache. Here the mask comes first: on AMD processors of family 15h kernels before 3.2
 // list each CPU alone, though the mask has both of a module.
 std::optional<std::vector<unsigned>> readSharing(Machine& machine, const std::string& cache) {
-    const std::string mask = machine.text(cache + "shared_cpu_map");
-    return mask.empty() ? parseCpuList(machine.text(cache + "shared_cpu_list")) : parseCpuMask(mask);
+    const std::string mask = machine.text(cache + "/shared_cpu_map");
+    return mask.empty() ? parseCpuList(machine.text(cache + "/shared_cpu_list")) : parseCpuMask(mask);
 }
 
 std::optional<std::size_t> placeOf(unsigned cpu, const std::optional<std::vector<unsigned>>& siblings) {
@@ -135,7 +135,7 @@ void CpuTopology::readCaches(Machine& machine, LogicalCpu* cpu) {
             cpu->caches.push_back(known->second);
             continue;
         }
-        const auto cache = readCache(machine, directory + '/' + name + '/', cpu->index);
+        const auto cache = readCache(machine, std::string(directory).append("/").append(name), cpu->index);
         if (!cache) continue;
         cpu->caches.push_back(*cache);
         // The CPUs that share it need not read it again: they have it under the same name.
@@ -145,13 +145,13 @@ void CpuTopology::readCaches(Machine& machine, LogicalCpu* cpu) {
 }
 
 std::optional<std::size_t> CpuTopology::readCache(Machine& machine, const std::string& path, unsigned cpu) {
-    const auto level = machine.number(path + "level");
-    const auto type = cacheType(machine.text(path + "type"));
+    const auto level = machine.number(path + "/level");
+    const auto type = cacheType(machine.text(path + "/type"));
     if (!level || *level > UINT8_MAX || !type) return std::nullopt;
     CpuCache cache;
     cache.level = static_cast<unsigned>(*level);
     cache.type = *type;
-    cache.bytes = parseSize(machine.text(path + "size"));
+    cache.bytes = parseSize(machine.text(path + "/size"));
     cache.cpus = readSharing(machine, path).value_or(std::vector<unsigned>());
     if (!placeOf(cpu, cache.cpus)) cache.cpus = {cpu};
     caches_.push_back(std::move(cache));

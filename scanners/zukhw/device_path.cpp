@@ -56,7 +56,7 @@ std::string_view parentPath(std::string_view path) {
 
 std::string nearestDriver(Machine& machine, std::string_view path) {
     for (; path.size() > std::string_view("sys/devices").size(); path = parentPath(path)) {
-        const std::string driver = machine.linkName(std::string(path) + "/driver");
+        std::string driver = machine.linkName(std::string(path) + "/driver");
         if (!driver.empty()) return driver;
     }
     return "";
