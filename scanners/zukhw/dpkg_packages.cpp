@@ -25,7 +25,7 @@ void readStatusDirectory(Machine& machine, std::vector<Package>* packages) {
     if (!machine.exists(directory)) return;
     for (const std::string& name : machine.list(directory)) {
         if (endsWith(name, ".md5sums")) continue;
-        const std::string path = directory + '/' + name;
+        const std::string path = std::string(directory).append("/").append(name);
         const auto text = machine.read(path);
         if (text) takeInstalled(machine, path, parseDpkgControl(*text), packages);
     }

@@ -67,7 +67,7 @@ Host findHost(Machine& machine) {
     const Hypervisor& hypervisor = machine.shared<Hypervisor>();
     if (hypervisor.isGuest() && hypervisor.kind == Hypervisor::Kind::Partition) return partitionHost(machine);
     if (hypervisor.isGuest()) {
-        const Host host = machineHost(machine);
+        Host host = machineHost(machine);
         if (host.isKnown()) return host;
     }
     if (machine.shared<Container>().found) return ownMachine(machine, "ContainerHost", "");

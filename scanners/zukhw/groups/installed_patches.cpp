@@ -21,9 +21,9 @@ void writeSwitch(Machine& machine, const char* field, const std::string& path, G
 }
 
 void writeLivePatches(Machine& machine, GroupWriter& out) {
-    const std::string directory = "sys/kernel/livepatch";
-    for (const std::string& name : machine.list(directory)) {
-        const std::string path = directory + '/' + name;
+    const std::string directory = "sys/kernel/livepatch/";
+    for (const std::string& name : machine.list("sys/kernel/livepatch")) {
+        const std::string path = directory + name;
         out.beginInstance();
         out.text("Kind", "LivePatch");
         out.text("Name", name);
