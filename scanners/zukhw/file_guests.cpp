@@ -139,10 +139,10 @@ Guest parseLxcGuest(std::string_view text) {
 std::vector<Guest> readProxmoxGuests(Machine& machine) {
     std::vector<Guest> guests;
     for (const bool isContainer : {false, true}) {
-        const std::string directory = std::string("etc/pve/") + (isContainer ? "lxc" : "qemu-server");
+        const std::string directory = std::string("etc/pve/") + (isContainer ? "lxc/" : "qemu-server/");
         if (!machine.exists(directory)) continue;
         for (const std::string& name : machine.list(directory)) {
-            const std::string path = directory + '/' + name;
+            const std::string path = directory + name;
             const auto text = endsWith(name, ".conf") ? machine.read(path) : std::nullopt;
             if (!text) continue;
             Guest guest = parseProxmoxGuest(*text, isContainer);
@@ -158,11 +158,11 @@ std::vector<Guest> readProxmoxGuests(Machine& machine) {
 }
 
 std::vector<Guest> readLxcGuests(Machine& machine) {
-    const std::string directory = "var/lib/lxc";
+    const std::string directory = "var/lib/lxc/";
     std::vector<Guest> guests;
     if (!machine.exists(directory)) return guests;
     for (const std::string& name : machine.list(directory)) {
-        const std::string path = directory + '/' + name + "/config";
+        const std::string path = directory + name + "/config";
         const auto text = machine.read(path);
         if (!text) continue;
         Guest guest = parseLxcGuest(*text);
@@ -175,11 +175,11 @@ std::vector<Guest> readLxcGuests(Machine& machine) {
 }
 
 std::vector<Guest> readNspawnGuests(Machine& machine) {
-    const std::string directory = "var/lib/machines";
+    const std::string directory = "var/lib/machines/";
     std::vector<Guest> guests;
     if (!machine.exists(directory)) return guests;
     for (const std::string& name : machine.list(directory)) {
-        const std::string path = directory + '/' + name;
+        const std::string path = directory + name;
         const auto facts = machine.facts(path);
         if (startsWith(name, ".") || !facts) continue;
         const bool isImage = endsWith(name, ".raw") && facts->type == FileFacts::Type::Regular;

@@ -59,10 +59,10 @@ std::vector<Package> readOpkgPackages(Machine& machine) {
 }
 
 std::vector<Package> readPacmanPackages(Machine& machine) {
-    const std::string directory = "var/lib/pacman/local";
+    const std::string directory = "var/lib/pacman/local/";
     std::vector<Package> packages;
     for (const std::string& name : machine.list(directory)) {
-        const std::string path = directory + '/' + name + "/desc";
+        const std::string path = directory + name + "/desc";
         const auto text = machine.read(path);
         if (!text) continue;  // ALPM_DB_VERSION is a file among the packages
         if (auto package = parsePacmanDesc(*text)) {

@@ -49,18 +49,18 @@ std::vector<Package> readPortagePackages(Machine& machine) {
     std::vector<Package> packages;
     if (!machine.exists(kDirectory)) return packages;
     for (const std::string& category : machine.list(kDirectory)) {
-        const std::string parent = std::string(kDirectory) + '/' + category;
+        const std::string parent = std::string(kDirectory) + '/' + category + '/';
         for (const std::string& name : machine.list(parent)) {
             if (startsWith(name, "-") || startsWith(name, ".")) continue;  // "-MERGING-...": not yet there
             Package package;
             package.manager = "portage";
             package.section = category;
             if (!splitName(name, &package)) {
-                machine.sources().malformed(parent + '/' + name, 0);
+                machine.sources().malformed(parent + name, 0);
                 continue;
             }
             package.name.insert(0, category + '/');  // names repeat from category to category
-            packages.push_back(readFacts(machine, parent + '/' + name, std::move(package)));
+            packages.push_back(readFacts(machine, parent + name, std::move(package)));
         }
     }
     return packages;

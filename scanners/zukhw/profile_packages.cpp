@@ -75,8 +75,9 @@ void readNixProfile(Machine& machine, const std::string& profile, std::vector<Pa
 std::vector<std::string> profilesIn(Machine& machine, const std::string& directory) {
     std::vector<std::string> profiles;
     if (!machine.exists(directory)) return profiles;
+    const std::string start = directory + '/';
     for (const std::string& name : machine.list(directory)) {
-        if (!endsWith(name, "-link")) profiles.push_back(directory + '/' + name);
+        if (!endsWith(name, "-link")) profiles.push_back(start + name);
     }
     return profiles;
 }

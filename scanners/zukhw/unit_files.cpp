@@ -56,8 +56,9 @@ bool isAlias(const std::string& name, const Found& found) {
 }
 
 void readDirectory(Machine& machine, const std::string& directory, bool enabling, Units* units) {
+    const std::string start = directory + '/';
     for (const std::string& name : machine.list(directory)) {
-        const std::string path = directory + '/' + name;
+        const std::string path = start + name;
         if (enabling && (endsWith(name, ".wants") || endsWith(name, ".requires"))) {
             for (const std::string& wanted : machine.list(path)) {
                 if (isService(wanted)) units->enabled.insert(wanted);
@@ -98,8 +99,9 @@ void addDropIns(Machine& machine, const Units& units, const std::string& name, U
         const auto found = units.dropIns.find(dropIn);
         if (found == units.dropIns.end()) continue;
         for (const std::string& directory : found->second) {
+            const std::string start = directory + '/';
             for (const std::string& file : machine.list(directory)) {
-                if (endsWith(file, ".conf")) paths.emplace(file, directory + '/' + file);
+                if (endsWith(file, ".conf")) paths.emplace(file, start + file);
             }
         }
     }
