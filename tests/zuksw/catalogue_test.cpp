@@ -31,7 +31,11 @@ class CatalogueTest : public ScanTest {
             }
         }
         for (const auto& [name, value] : tree.presets)
-            presets_ += "<Variable name=\"" + name + "\" value=\"" + value + "\" guid=\"\"/>";
+            presets_.append("<Variable guid=\"\" name=\"")
+                .append(name)
+                .append("\" value=\"")
+                .append(value)
+                .append("\"/>");
     }
 
     // "name | version | path" of all that the catalogue finds.
@@ -143,6 +147,19 @@ TEST_F(CatalogueTest, EveryProductHasAMadeTree) {
         if (entry.name == kRunningKernel) continue;
         EXPECT_EQ(1U, trees.count(entry.name)) << entry.name;
     }
+}
+
+TEST_F(CatalogueTest, EveryPackageBelongsToASignature) {
+    std::set<std::string> names;
+    for (const CatalogueEntry& entry : readCatalogue()) names.insert(entry.name);
+    std::ifstream table(ZUK_SOURCE_DIR "/signatures/debian-packages");
+    std::size_t rows = 0;
+    for (std::string line; std::getline(table, line);) {
+        if (line[0] == '#') continue;
+        ++rows;
+        EXPECT_EQ(1U, names.count(line.substr(0, line.find(" | ")))) << line;
+    }
+    EXPECT_NE(0U, rows);
 }
 
 TEST_F(CatalogueTest, IdentifiersAndNamesAreUnique) {
