@@ -13,6 +13,10 @@ class AtLeast : public Group {
         : Group(attributes, reader), count_(attributes.number("count").value_or(1)) {
         attributes.require("count");
         if (count_ == 0) attributes.report("'count' must be at least 1");
+        if (count_ > children_.size() && !children_.empty()) {
+            attributes.scope().advise(attributes.element().offset,
+                                      "<AtLeast>: 'count' is more than the conditions in it; it never holds");
+        }
         keepBindings();
     }
 

@@ -83,7 +83,7 @@ Content::Content(ConditionReader& attributes) {
 void Content::readSearch(ConditionReader& attributes) {
     const int searches = (attributes.has("match") ? 1 : 0) + (attributes.has("text") ? 1 : 0) +
                          (attributes.has("hex") ? 1 : 0);
-    if (searches != 1) attributes.report("it needs exactly one of 'match', 'text' and 'hex'");
+    if (searches != 1) attributes.reportLack("it needs exactly one of 'match', 'text' and 'hex'");
     match_ = attributes.pattern("match");
     if (match_) advise(match_->text.withStandIn("x"), attributes);
     text_ = attributes.text("text");

@@ -78,9 +78,9 @@ void File::readSelection(ConditionReader& attributes) {
     const bool hasPattern = attributes.has("nameMatch");
     if (hasName && hasPattern) attributes.report("'name' and 'nameMatch' exclude each other; keep one");
     if (near_ && !path_)
-        attributes.report("'near' needs a 'path' to say what to look for near that file; add it");
+        attributes.reportLack("'near' needs a 'path' to say what to look for near that file; add it");
     if (!hasName && !hasPattern && !attributes.has("path")) {
-        attributes.report("it selects nothing; add 'name', 'nameMatch' or 'path'");
+        attributes.reportLack("it selects nothing; add 'name', 'nameMatch' or 'path'");
     }
     if (near_ && path_ && path_->text.isLiteral() && path_->text.literal()[0] == '/') {
         attributes.report("with 'near' the path is relative; remove the '/' it begins with");

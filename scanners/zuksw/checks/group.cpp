@@ -18,7 +18,11 @@ void addAll(const std::vector<Slot>& from, std::vector<Slot>* to) {
 
 Group::Group(ConditionReader& attributes, DetectReader& reader)
     : children_(reader.readChildren(attributes.element())) {
-    if (children_.empty()) attributes.report("there is no condition in it; add one");
+    // What stands there and is no condition has been reported.
+    const auto& inside = attributes.element().children;
+    const bool empty =
+        std::all_of(inside.begin(), inside.end(), [](const Element* e) { return e->name.empty(); });
+    if (empty) attributes.report("there is no condition in it; add one");
 }
 
 void Group::exportBindings() {

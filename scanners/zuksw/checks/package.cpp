@@ -50,7 +50,7 @@ PackageCheck::PackageCheck(ConditionReader& attributes) {
     comparison_ = attributes.comparison();
     if (name_ && nameMatch_) attributes.report("'name' and 'nameMatch' exclude each other; keep one");
     if (!name_ && !nameMatch_ && !source_)
-        attributes.report("it selects nothing; add 'name', 'nameMatch' or 'source'");
+        attributes.reportLack("it selects nothing; add 'name', 'nameMatch' or 'source'");
 }
 
 void PackageCheck::readManagers(ConditionReader& attributes) {

@@ -18,7 +18,7 @@ class Process : public Check {
         arguments_ = attributes.pattern("argsMatch");
         as_ = attributes.binds("as", Kind::kProcess);
         if (!name_ && !path_ && !exe_ && !arguments_) {
-            attributes.report("it selects nothing; add 'name', 'path', 'exe' or 'argsMatch'");
+            attributes.reportLack("it selects nothing; add 'name', 'path', 'exe' or 'argsMatch'");
         }
     }
 

@@ -1,3 +1,4 @@
+#include <algorithm>
 #include <cctype>
 #include <utility>
 
@@ -51,6 +52,7 @@ class Set : public Check {
         if (letters) case_ = *letters == 0 ? Case::kLower : Case::kUpper;
         if (!match_ && (to_ || else_))
             attributes.report("'to' and 'else' belong to 'match'; add it or remove them");
+        if (match_ && match_->fixed && to_ && to_->isLiteral()) checkBrackets(attributes);
     }
 
     Cost cost() const override { return Cost::kFact; }
@@ -66,6 +68,19 @@ class Set : public Check {
     }
 
   private:
+    void checkBrackets(ConditionReader& attributes) const {
+        const re2::RE2* engine = match_->fixed->engine();
+        const int most = engine == nullptr ? 9 : std::min(engine->NumberOfCapturingGroups(), 9);
+        const std::string& to = to_->literal();
+        for (std::size_t i = to.find('\\'); i < to.size(); i = to.find('\\', i + 2)) {
+            const std::string escape = to.substr(i, 2);
+            if (escape == "\\\\" || (escape.size() == 2 && escape[1] >= '0' && escape[1] <= '0' + most))
+                continue;
+            attributes.report("'to' has '" + escape + "'; write \\0 to \\" + std::to_string(most) +
+                              " for what 'match' finds, or \\\\ for a backslash");
+        }
+    }
+
     Text matched(const std::string& text, const Context& context, Row* row) const {
         const MatchResult match = matchText(*match_, text, *row, context);
         if (match.text.state == Text::State::kUnknown) return match.text;

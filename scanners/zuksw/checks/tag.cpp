@@ -18,7 +18,7 @@ class Tag : public Check {
         as_ = attributes.binds("as", Kind::kTag);
         comparison_ = attributes.comparison();
         if (!name_ && !tagId_ && !regid_)
-            attributes.report("it selects nothing; add 'name', 'tagId' or 'regid'");
+            attributes.reportLack("it selects nothing; add 'name', 'tagId' or 'regid'");
     }
 
     Cost cost() const override { return Cost::kCandidates; }

@@ -15,7 +15,7 @@ class Test : public Check {
         value_ = attributes.text("value").value_or(Template());
         comparison_ = attributes.comparison();
         if (comparison_.empty())
-            attributes.report("it compares with nothing; add eq, ne, lt, le, gt, ge or match");
+            attributes.reportLack("it compares with nothing; add eq, ne, lt, le, gt, ge or match");
     }
 
     Cost cost() const override { return Cost::kFact; }

@@ -33,7 +33,7 @@ std::optional<std::string_view> ConditionReader::raw(std::string_view attribute)
 }
 
 void ConditionReader::require(std::string_view attribute) {
-    if (!has(attribute)) report("the attribute '" + std::string(attribute) + "' is missing; add it");
+    if (!has(attribute)) reportLack("the attribute '" + std::string(attribute) + "' is missing; add it");
 }
 
 std::optional<Template> ConditionReader::text(std::string_view attribute) {
@@ -61,6 +61,10 @@ std::optional<std::string> ConditionReader::fixedText(const Template& text,
 std::optional<GlobTemplate> ConditionReader::glob(std::string_view attribute, bool name, bool relative) {
     const auto value = raw(attribute);
     if (!value) return std::nullopt;
+    if (value->empty()) {
+        bad(attribute, *value, "it is empty and matches nothing; write a glob");
+        return std::nullopt;
+    }
     GlobTemplate glob;
     glob.text = Template::parse(*value, scope_, element_.offset);
     const std::optional<std::string> fixed = fixedText(glob.text, quoteGlob);
@@ -129,7 +133,10 @@ Comparison ConditionReader::comparison() {
     if (scheme) {
         comparison.scheme = schemeByName(*scheme);
         if (!comparison.scheme)
-            bad("scheme", *scheme, "no such scheme; for most versions 'generic' is right");
+            bad("scheme", *scheme,
+                "no such scheme; write generic, which is right for most versions, deb, rpm, apk, pacman, "
+                "semver, "
+                "pep440, maven, gem, number, text or textnocase");
     }
     return comparison;
 }
@@ -178,6 +185,7 @@ void ConditionReader::finish() {
         const std::string_view name = element_.attributes[i].name;
         report("the attribute '" + std::string(name) + "' is unknown here; " + suggest(name, asked_));
     }
+    for (std::string& lack : lacks_) report(std::move(lack));
 }
 
 }  // namespace zuksw

@@ -36,6 +36,9 @@ class ConditionReader {
     /** Reports an absent attribute. */
     void require(std::string_view attribute);
     void report(std::string text);
+    /** Reports that something is missing. It comes behind the attributes that are unknown, since it may be
+     * one of them, misspelt. */
+    void reportLack(std::string text) { lacks_.push_back(std::move(text)); }
 
     std::optional<Template> text(std::string_view attribute);
     std::optional<GlobTemplate> nameGlob(std::string_view attribute);
@@ -56,7 +59,7 @@ class ConditionReader {
     /** The object that the attribute names. */
     std::optional<Slot> object(std::string_view attribute, Kind kind);
 
-    /** Reports the attributes that nothing took. */
+    /** Reports the attributes that nothing took, and what is missing. */
     void finish();
 
     const Element& element() const { return element_; }
@@ -73,6 +76,7 @@ class ConditionReader {
     PatternStore* patterns_;
     std::vector<bool> taken_;
     std::vector<std::string_view> asked_;  // what this kind of condition knows, for a suggestion
+    std::vector<std::string> lacks_;
 };
 
 /** Parses "12", nothing else: digits only, no overflow. */

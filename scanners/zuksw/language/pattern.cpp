@@ -3,6 +3,8 @@
 #include <optional>
 #include <utility>
 
+#include "scanners/zuksw/language/pattern_explanation.h"
+
 namespace zuksw {
 namespace {
 
@@ -31,9 +33,7 @@ std::shared_ptr<const Pattern> PatternStore::make(const std::string& text, std::
     if (!groups) {
         const auto engine = compile(text, memory_);
         if (!engine->ok()) {
-            *error = engine->error_code() == re2::RE2::ErrorPatternTooLarge
-                         ? "it needs more memory than content/RegexMemory allows; repeat less"
-                         : engine->error();
+            *error = explainPattern(*engine);
             return nullptr;
         }
         groups = groupsOf(*engine);

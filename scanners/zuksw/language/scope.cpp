@@ -4,12 +4,42 @@
 
 #include "scanners/zuksw/language/identifier.h"
 #include "scanners/zuksw/language/properties.h"
+#include "scanners/zuksw/language/suggestion.h"
 
 namespace zuksw {
 namespace {
 
 constexpr unsigned kTextBit = static_cast<unsigned>(Kind::kText);
 constexpr std::size_t kMaxNames = 4096;
+
+struct Binder {
+    Kind kind;
+    const char* conditions;
+};
+
+constexpr Binder kBinders[] = {{Kind::kFile, "File, Member or Library"},
+                               {Kind::kPackage, "Package"},
+                               {Kind::kProcess, "Process"},
+                               {Kind::kTag, "Tag"},
+                               {Kind::kMatched, "Matched"}};
+
+// The conditions whose 'as' binds an object of just that kind.
+std::string bindersOf(unsigned kind) {
+    for (const Binder& binder : kBinders) {
+        if (kind == static_cast<unsigned>(binder.kind)) return binder.conditions;
+    }
+    return "a condition";
+}
+
+std::vector<std::string_view> split(std::string_view list) {
+    std::vector<std::string_view> words;
+    while (!list.empty()) {
+        const std::size_t end = list.find(", ");
+        words.push_back(list.substr(0, end));
+        list.remove_prefix(end == list.npos ? list.size() : end + 2);
+    }
+    return words;
+}
 
 }  // namespace
 
@@ -70,25 +100,45 @@ Scope::Names* Scope::track(Names* names) {
 
 std::string Scope::explain(const Use& use) const {
     const Entry& entry = entries_[use.slot];
-    if (entry.kinds == 0) {
-        return "nothing binds '" + entry.name +
-               "'; declare it as an Input or bind it with 'as', a capture or Set";
-    }
+    if (entry.kinds == 0) return "nothing binds '" + entry.name + "'; " + remedyForUnbound(use);
     if (use.wanted == kTextBit) {
         return "'" + entry.name +
                "' is an object; name one of its properties: " + std::string(propertiesOf(entry.kinds));
     }
-    if (use.property.empty()) return "'" + entry.name + "' is no object of the kind wanted here";
-    if (entry.kinds == kTextBit) {
-        return "'" + entry.name + "' is a text and has no property '" + use.property + "'";
+    if (use.property.empty()) {
+        return "'" + entry.name + "' is no object of the kind wanted here; take the 'as' of " +
+               bindersOf(use.wanted);
     }
-    return "'" + entry.name + "' has no property '" + use.property +
-           "'; it has: " + std::string(propertiesOf(entry.kinds));
+    if (entry.kinds == kTextBit) {
+        return "'" + entry.name + "' is a text and has no property '" + use.property + "'; write ${" +
+               entry.name + "}";
+    }
+    const std::string_view properties = propertiesOf(entry.kinds);
+    const std::string_view close = closest(use.property, split(properties));
+    return "'" + entry.name + "' has no property '" + use.property + "'; " +
+           (close.empty() ? "it has: " + std::string(properties)
+                          : "did you mean '" + std::string(close) + "'?");
+}
+
+std::string Scope::remedyForUnbound(const Use& use) const {
+    std::vector<std::string_view> bound;
+    for (const Entry& entry : entries_) {
+        if (entry.kinds != 0) bound.push_back(entry.name);
+    }
+    const std::string_view close = closest(entries_[use.slot].name, bound);
+    if (!close.empty()) return "did you mean '" + std::string(close) + "'?";
+    if (use.wanted == kTextBit) return "declare it as an Input or bind it with a capture, 'set' or Set";
+    return "bind it with the 'as' of " + bindersOf(use.wanted);
 }
 
 void Scope::checkUses() {
+    // To explain one means to look at all names; nobody reads more than some.
+    constexpr int kMostExplained = 20;
+    int explained = 0;
     for (const Use& use : uses_) {
-        if ((entries_[use.slot].kinds & use.wanted) == 0) report(use.offset, explain(use));
+        if ((entries_[use.slot].kinds & use.wanted) != 0) continue;
+        if (++explained > kMostExplained) return;
+        report(use.offset, explain(use));
     }
 }
 

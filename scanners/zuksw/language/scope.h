@@ -83,6 +83,7 @@ class Scope {
     };
     Slot slotOf(std::string_view name, std::size_t offset);
     std::string explain(const Use& use) const;
+    std::string remedyForUnbound(const Use& use) const;
 
     std::vector<Entry> entries_;
     std::unordered_map<std::string, Slot> slots_;

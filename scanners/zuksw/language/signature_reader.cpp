@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <utility>
 
+#include "scanners/zuksw/checks/table.h"
 #include "scanners/zuksw/language/condition_reader.h"
 #include "scanners/zuksw/language/metadata_reader.h"
 #include "scanners/zuksw/language/suggestion.h"
@@ -55,11 +56,14 @@ std::string valueOf(const Element& element, std::string_view attribute) {
 void Reader::ignore(const Element& element, const std::vector<std::string_view>& known) {
     if (report_->ignored.size() == kMaxIgnored) return;
     if (element.name.empty()) {
-        if (!isBlank(element.text)) report_->ignored.push_back({element.offset, "text that belongs nowhere"});
+        if (!isBlank(element.text))
+            report_->ignored.push_back({element.offset, "text that belongs nowhere; remove it"});
         return;
     }
+    const bool isCondition = findCheckKind(element.name) != nullptr;
     report_->ignored.push_back({element.offset, "unknown element <" + std::string(element.name) + ">; " +
-                                                    suggest(element.name, known)});
+                                                    (isCondition ? "a condition stands inside <Detect>"
+                                                                 : suggest(element.name, known))});
 }
 
 void Reader::ignoreAttributes(const Element& element, const std::vector<std::string_view>& known) {
@@ -79,8 +83,8 @@ void Reader::readLanguage(std::string_view value) {
     }
     if (*version <= kLanguage) return;
     report_->newerLanguage = true;
-    problem(element_,
-            "it is written for language version " + std::string(value) + "; this scanner knows version 1");
+    problem(element_, "it is written for language version " + std::string(value) +
+                          "; this scanner knows version 1; write it for that, or take a newer scanner");
 }
 
 void Reader::readAttributes() {
@@ -178,7 +182,8 @@ void Reader::readOutcome() {
     const auto found = std::find_if(variables.begin(), variables.end(),
                                     [&](const ReportVariable& variable) { return variable.name == prefer; });
     if (found == variables.end()) {
-        return problem(element_, "prefer=\"" + prefer + "\": nothing binds or reports that name");
+        return problem(element_, "prefer=\"" + prefer +
+                                     "\": nothing binds or reports that name; report it or correct it");
     }
     signature_.preferVariable = static_cast<std::size_t>(found - variables.begin());
 }

@@ -8,6 +8,7 @@
 #include "scanners/zuksw/language/line_index.h"
 #include "scanners/zuksw/language/reference_graph.h"
 #include "scanners/zuksw/language/signature_reader.h"
+#include "scanners/zuksw/language/suggestion.h"
 #include "scanners/zuksw/language/utf8.h"
 #include "scanners/zuksw/language/xml_reader.h"
 #include "scanners/zuksw/setup/threads.h"
@@ -38,7 +39,8 @@ class SignatureSink : public XmlSink {
         } else if (node.name != "Signature") {
             batch_.findings.push_back({Finding::Level::kWarning, EventCode::kUnknownElement, node.offset,
                                        Finding::kNone,
-                                       "unknown element <" + std::string(node.name) + "> is ignored"});
+                                       "unknown element <" + std::string(node.name) + "> is ignored; " +
+                                           suggest(node.name, {"Signature"})});
         } else if (batch_.signatures.size() == kMaxSignatures) {
             return "there are more than 100000 signatures; split the file";
         } else {
@@ -113,6 +115,8 @@ bool SignatureSet::readPieces(std::string_view bytes, PatternStore* patterns, Pr
 
 std::string SignatureSet::read(std::string_view bytes, PatternStore* patterns, Presets* presets,
                                unsigned threads) {
+    const std::string_view mark = bytes.substr(0, 2);
+    if (mark == "\xFF\xFE" || mark == "\xFE\xFF") return "line 1, column 1: this is UTF-16; save it as UTF-8";
     if (!readPieces(bytes, patterns, presets, threads)) {
         *this = SignatureSet();
         SignatureBatch batch;
@@ -143,8 +147,9 @@ void SignatureSet::index() {
         std::vector<std::size_t>& same = sameGuid_[entry->second];
         same.push_back(i);
         if (same.size() != 2) continue;
-        findings_.push_back({Finding::Level::kWarning, EventCode::kDuplicateGuid, offsets_[i], i,
-                             "another signature has the same guid; both run and both may report"});
+        findings_.push_back(
+            {Finding::Level::kWarning, EventCode::kDuplicateGuid, offsets_[i], i,
+             "another signature has the same guid; both run and both may report, so give one another"});
     }
 }
 

@@ -9,6 +9,7 @@
 #include <utility>
 
 #include "scanners/zuksw/language/utf8.h"
+#include "scanners/zuksw/language/xml_explanation.h"
 
 namespace zuksw {
 namespace {
@@ -39,6 +40,8 @@ class Reading {
     void text(std::string_view piece);
     void refuse(std::string why);
     std::size_t offset() const;
+    /** The innermost element that is open; empty above `level`. */
+    std::string_view openElement() const { return open_.empty() ? std::string_view() : open_.back()->name; }
 
     std::optional<XmlError> error;
     /** Expat calls back through C frames, which an exception must not cross. */
@@ -60,6 +63,7 @@ class Reading {
     std::vector<Element*> open_;  // from the element at `level_` down
     std::string text_;
     std::size_t textOffset_ = 0;
+    bool textIsBlank_ = true;
     int depth_ = 0;
 };
 
@@ -110,17 +114,19 @@ void Reading::flushText() {
         }
     }
     text_.clear();
+    textIsBlank_ = true;
 }
 
 void Reading::start(const XML_Char* name, const XML_Char** pairs) {
     flushText();
-    if (++depth_ > kMaxDepth) return refuse("elements are nested deeper than 64 levels");
+    if (++depth_ > kMaxDepth) return refuse("elements are nested deeper than 64 levels; nest fewer");
     if (depth_ == 1) {
         std::string why = sink_->onRoot(name);
         if (!why.empty()) return refuse(std::move(why));
     }
     for (const XML_Char** pair = pairs; *pair != nullptr; pair += 2) {
-        if (std::strlen(pair[1]) > kMaxAttribute) return refuse("an attribute is longer than 64 KiB");
+        if (std::strlen(pair[1]) > kMaxAttribute)
+            return refuse("an attribute is longer than 64 KiB; shorten it");
     }
     if (depth_ < level_) return;
     Element* element = make(name);
@@ -141,8 +147,11 @@ void Reading::end() {
 }
 
 void Reading::text(std::string_view piece) {
-    if (text_.empty()) {
-        textOffset_ = offset();
+    // The place of a text is that of its first character that is no blank.
+    if (textIsBlank_) {
+        const std::size_t blanks = std::min(piece.find_first_not_of(" \t\r\n"), piece.size());
+        textOffset_ = offset() + blanks;
+        textIsBlank_ = blanks == piece.size();
     }
     text_.append(piece);
 }
@@ -184,7 +193,7 @@ bool parse(std::string_view bytes, bool last, XML_Parser parser, Reading* readin
             XML_Parse(parser, block.data(), static_cast<int>(block.size()), last && bytes.empty() ? 1 : 0);
         if (reading->thrown) std::rethrow_exception(reading->thrown);
         if (status != XML_STATUS_OK) {
-            reading->refuse(std::string("not well-formed XML: ") + XML_ErrorString(XML_GetErrorCode(parser)));
+            reading->refuse(explainXml(XML_GetErrorCode(parser), reading->openElement()));
         }
         if (reading->error) return false;
     } while (!bytes.empty());

@@ -19,7 +19,8 @@ std::string describe(const std::string& path, const Finding& finding, const Sign
                      LineIndex* lines) {
     std::string text = path + ":" + lines->brief(finding.offset) + ": ";
     if (finding.signature != Finding::kNone) {
-        text += "signature '" + set.signatures()[finding.signature].name + "': ";
+        const Signature& signature = set.signatures()[finding.signature];
+        text += "signature '" + (signature.name.empty() ? signature.guid : signature.name) + "': ";
     }
     return text + finding.text;
 }
