@@ -105,6 +105,16 @@ TEST(ExpandBraces, GivesEachAlternative) {
     }
 }
 
+TEST(ExpandBraces, RefusesBracesThatTakeVeryLongToResolve) {
+    std::string error;
+    const std::string deep = std::string(30'000, '{') + "a" + std::string(30'000, '}');
+    EXPECT_FALSE(expandBraces(deep, &error).has_value());
+    std::string row = std::string(50'000, 'x');
+    for (int i = 0; i < 1000; ++i) row += "{y}";
+    EXPECT_FALSE(expandBraces(row, &error).has_value());
+    EXPECT_TRUE(expandBraces("{{{{a}}}}{b}{c}", &error).has_value());
+}
+
 TEST(ExpandBraces, RefusesOpenAndVeryManyBraces) {
     std::string error;
     EXPECT_FALSE(expandBraces("{a,b", &error));

@@ -59,6 +59,14 @@ TEST_F(OrdinaryUserTest, KeepsWhatCouldBeDecided) {
         scan(signature(std::string(kAll) + "<Set name=\"p\" value=\"${f.path}\"/>", {"p"})).values("p"));
 }
 
+TEST_F(OrdinaryUserTest, ARootThatIsClosedIsNotAbsent) {
+    if (!canRun()) GTEST_SKIP() << "another user cannot start the program where it lies";
+    for (const char* conditions : {"<File name=\"none\"/>", "<File path=\"/closed0/d/none\"/>"}) {
+        EXPECT_EQ("unknown", truth(conditions, {{"search/Root", "/closed0/d"}})) << conditions;
+        EXPECT_EQ("no", truth(conditions, {{"search/Root", "/open"}})) << conditions;
+    }
+}
+
 TEST_F(OrdinaryUserTest, IsToldHowManyPlacesWereClosed) {
     if (!canRun()) GTEST_SKIP() << "another user cannot start the program where it lies";
     const ScanResult result = scan(signature("<File name=\"none\"/>"));

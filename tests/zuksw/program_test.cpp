@@ -109,6 +109,7 @@ TEST_F(ProgramTest, RejectedSignatureFilesAreThree) {
          "DOCTYPE"},
         {"nesting", head + repeated("<All>", 65), "64"},
         {"long attribute", "<Signatures><a b='" + std::string(65 * 1024, 'x') + "'/></Signatures>", "64 KiB"},
+        {"crowd", "<Signatures>" + repeated("<a/>", 100'001) + "</Signatures>", "100000"},
         {"declaration in the middle", "<Signatures><?xml version='1.0'?></Signatures>", "line 1, column 13"},
     };
     for (const RejectedCase& c : cases) {

@@ -181,7 +181,7 @@ std::optional<Slot> ConditionReader::object(std::string_view attribute, Kind kin
 
 void ConditionReader::finish() {
     for (std::size_t i = 0; i < taken_.size(); ++i) {
-        if (taken_[i]) continue;
+        if (taken_[i] || scope_->hasManyProblems()) continue;
         const std::string_view name = element_.attributes[i].name;
         report("the attribute '" + std::string(name) + "' is unknown here; " + suggest(name, asked_));
     }

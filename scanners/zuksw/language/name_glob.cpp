@@ -142,6 +142,7 @@ std::string NameGlob::asPattern() const {
 namespace {
 
 constexpr std::size_t kMaxAlternatives = 1000;
+constexpr std::size_t kMaxWork = std::size_t{4} << 20U;  // bytes copied while braces are resolved
 
 // A text in which braces are resolved step by step: `done` is final, `rest` still to be looked at.
 struct Partial {
@@ -186,9 +187,15 @@ std::optional<std::vector<std::string>> expandBraces(std::string_view text, std:
     if (text.find('{') == text.npos) return std::vector<std::string>{std::string(text)};
     std::vector<std::string> results;
     std::vector<Partial> work = {{"", std::string(text)}};
+    std::size_t copied = 0;
     while (!work.empty()) {
         Partial partial = std::move(work.back());
         work.pop_back();
+        copied += partial.done.size() + partial.rest.size();
+        if (copied > kMaxWork) {
+            *error = "it has too many braces; write fewer";
+            return std::nullopt;
+        }
         std::size_t brace = 0;
         while (brace < partial.rest.size() && partial.rest[brace] != '{')
             brace = skipAtom(partial.rest, brace);

@@ -60,6 +60,8 @@ class Scope {
     void report(std::size_t offset, std::string text) {
         if (problems_.size() < kMaxProblems) problems_.push_back({offset, std::move(text)});
     }
+    /** Whether further mistakes are not kept, so that nobody need explain them. */
+    bool hasManyProblems() const { return problems_.size() == kMaxProblems; }
     /** Notes something that works, but not well. */
     void advise(std::size_t offset, std::string text) { advice_.push_back({offset, std::move(text)}); }
     const std::vector<Problem>& advice() const { return advice_; }

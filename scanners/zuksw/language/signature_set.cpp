@@ -17,7 +17,7 @@ namespace zuksw {
 namespace {
 
 constexpr std::size_t kMaxSignatures = 100'000;
-constexpr std::size_t kMaxProblems = 20;                  // of one signature
+constexpr std::size_t kMaxStrays = 100'000;               // of one signature
 constexpr std::size_t kBrief = 100;                       // hardly any signature is shorter
 constexpr std::size_t kMinPiece = std::size_t{1} << 20U;  // smaller ones are read before a thread has begun
 
@@ -33,6 +33,8 @@ class SignatureSink : public XmlSink {
     }
 
     std::string onNode(const Element& node) override {
+        if (node.name != "Signature" && ++strays_ > kMaxStrays)
+            return "more than 100000 elements and texts are no signatures; remove them";
         if (node.name.empty()) {
             batch_.findings.push_back({Finding::Level::kWarning, EventCode::kStrayText, node.offset,
                                        Finding::kNone, "text between signatures is ignored; remove it"});
@@ -55,6 +57,7 @@ class SignatureSink : public XmlSink {
     PatternStore* patterns_;
     Presets* presets_;
     SignatureBatch& batch_;
+    std::size_t strays_ = 0;
 };
 
 void SignatureSink::add(const Element& element) {
@@ -68,7 +71,6 @@ void SignatureSink::add(const Element& element) {
     };
     note(Finding::Level::kAdvice, EventCode::kSignatureInvalid, report.advice);
     note(Finding::Level::kWarning, EventCode::kUnknownElement, report.ignored);
-    if (report.problems.size() > kMaxProblems) report.problems.resize(kMaxProblems);
     note(Finding::Level::kError, report.newerLanguage ? EventCode::kLanguage : EventCode::kSignatureInvalid,
          report.problems);
 }

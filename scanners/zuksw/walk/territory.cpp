@@ -1,6 +1,7 @@
 #include "scanners/zuksw/walk/territory.h"
 
 #include <algorithm>
+#include <cerrno>
 #include <optional>
 
 #include "scanners/zuksw/walk/file_systems.h"
@@ -80,6 +81,8 @@ void Territory::findRoots(const Configuration& configuration, const FileTree& tr
         const auto facts = real ? tree.stat(*real) : std::nullopt;
         if (facts && S_ISDIR(facts->st_mode)) {
             found.push_back(withoutEndSlash(*real));
+        } else if (!facts && errno == EACCES) {
+            found.push_back(withoutEndSlash(root));  // who searches it will find it closed
         } else {
             missingRoots_.push_back(root);
         }
