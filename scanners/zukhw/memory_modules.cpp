@@ -25,9 +25,9 @@ void findModules(Machine& machine, const std::string& node, unsigned depth,
                  std::vector<std::string>* modules) {
     constexpr unsigned kDeepest = 8;
     if (depth > kDeepest) return;
-    const std::string& root = deviceTreeRoot(machine);
-    for (const std::string& name : machine.list(node.empty() ? root : root + '/' + node)) {
-        const std::string path = node.empty() ? name : node + '/' + name;
+    const std::string start = node.empty() ? "" : node + '/';
+    for (const std::string& name : machine.list(deviceTreeRoot(machine) + '/' + node)) {
+        const std::string path = start + name;
         if (startsWith(name, "dimm")) modules->push_back(path);
         if (leadsToModules(name)) findModules(machine, path, depth + 1, modules);
     }
@@ -90,14 +90,15 @@ bool writeDeviceTreeModules(Machine& machine, GroupWriter& out) {
 }
 
 bool writeEdacModules(Machine& machine, GroupWriter& out) {
-    static const std::string kControllers = "sys/devices/system/edac/mc";
+    static const std::string kControllers = "sys/devices/system/edac/mc/";
     bool found = false;
-    for (const std::string& controller : machine.list(kControllers)) {
+    for (const std::string& controller : machine.list("sys/devices/system/edac/mc")) {
         if (!startsWith(controller, "mc")) continue;
-        const std::string directory = kControllers + '/' + controller;
+        const std::string directory = kControllers + controller;
+        const std::string start = directory + '/';
         for (const std::string& module : machine.list(directory)) {
             if (!startsWith(module, "dimm") && !startsWith(module, "rank")) continue;
-            writeEdacModule(machine, directory + '/' + module, out);
+            writeEdacModule(machine, start + module, out);
             found = true;
         }
     }

@@ -7,8 +7,9 @@
 
 NetInterfaces::NetInterfaces(Machine& machine) {
     const std::string directory = "sys/class/net";
+    const std::string start = directory + '/';
     for (const std::string& name : machine.list(directory)) {
-        const std::string path = directory + '/' + name;
+        const std::string path = start + name;
         const auto index = machine.number(path + "/ifindex");
         if (!index) continue;  // bonding_masters is a file among the interfaces
         interfaces_.push_back({name, *index, cleanMacAddress(machine.text(path + "/address"))});

@@ -134,10 +134,11 @@ std::vector<std::string> soundDevices(Machine& machine) {
 }
 
 std::vector<std::string> watchdogs(Machine& machine) {
-    static const std::string kDirectory = "sys/class/watchdog";
+    static const std::string kDirectory = "sys/class/watchdog/";
     std::vector<std::string> names;
-    for (const std::string& device : machine.list(kDirectory)) {
-        names.push_back(machine.text(kDirectory + '/' + device + "/identity"));
+    for (const std::string& device : machine.list("sys/class/watchdog")) {
+        const std::string path = kDirectory + device;
+        names.push_back(machine.text(path + "/identity"));
     }
     return names;
 }

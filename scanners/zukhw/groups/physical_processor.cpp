@@ -162,8 +162,10 @@ void writeFeatures(Machine& machine, const CpuPackage& package, GroupWriter& out
 std::vector<std::string> vulnerabilities(Machine& machine) {
     static const std::string kDirectory = "sys/devices/system/cpu/vulnerabilities";
     std::vector<std::string> found;
+    const std::string start = kDirectory + '/';
     for (const std::string& name : machine.list(kDirectory)) {
-        found.push_back(name + '=' + machine.text(kDirectory + '/' + name));
+        const std::string status = machine.text(start + name);
+        found.push_back(std::string(name).append("=").append(status));
     }
     return found;
 }
