@@ -74,7 +74,7 @@ const FoundFiles& FileFinder::walked(std::uint32_t number) {
 
 FoundFiles FileFinder::listed(const FileQuery& query, const std::string& base) const {
     FoundFiles found;
-    Lister lister(places_);
+    Lister lister(places_, &listings_);
     std::vector<std::string> paths;
     for (const GlobSteps& steps : query.path->alternatives()) {
         std::vector<std::string> some = lister.list(base, steps);

@@ -8,6 +8,7 @@
 
 #include "scanners/zuksw/files/file_object.h"
 #include "scanners/zuksw/index/file_query.h"
+#include "scanners/zuksw/walk/listings.h"
 #include "scanners/zuksw/walk/walker.h"
 
 namespace zuksw {
@@ -50,6 +51,7 @@ class FileFinder {
     Walker::Places places_;
     QuerySet queries_;
     std::vector<std::unique_ptr<Answer>> answers_;  // by number
+    mutable Listings listings_;
     std::uint64_t entries_ = 0;
 };
 

@@ -46,10 +46,10 @@ void Lister::visit(const Place& place, const GlobSteps& steps) {
     const GlobStep& step = steps[place.step];
     if (step.anyDirectories) {
         open_.push_back({place.directory, place.step + 1, place.depth});
-        readDirectory(place, steps);
+        list(place, steps);
         return;
     }
-    if (!step.name.isLiteral()) return readDirectory(place, steps);
+    if (!step.name.isLiteral()) return list(place, steps);
     const std::string& name = step.name.prefix();
     std::string path = place.directory;
     if (name == "..") {
@@ -64,36 +64,51 @@ void Lister::visit(const Place& place, const GlobSteps& steps) {
     }
 }
 
-void Lister::readDirectory(const Place& place, const GlobSteps& steps) {
+void Lister::list(const Place& place, const GlobSteps& steps) {
     if (places_.budget.isSpent()) causes_ |= toCauses(Cause::kTimeBudget);
     if (causes_ & toCauses(Cause::kTimeBudget) || !mayList(place.directory)) return;
+    const auto known = listings_.find(place.directory);
+    if (!known) return readDirectory(place, steps);
+    for (const Listings::Entry& entry : *known) visitEntry(place, steps, entry.name, entry.type);
+}
+
+void Lister::readDirectory(const Place& place, const GlobSteps& steps) {
     FileDescriptor fd = places_.tree.openAt(place.directory, O_RDONLY | O_DIRECTORY | O_NONBLOCK);
     if (!fd.valid()) {
         if (errno == ENOENT || errno == ENOTDIR || errno == ELOOP) return;
         causes_ |= toCauses(Cause::kUnreadable);
         return addUnreadable(places_, place.directory, errno);
     }
-    const GlobStep& step = steps[place.step];
-    const bool last = place.step + 1 == steps.size();
+    if (buffer_.empty()) buffer_ = DirectoryReader::makeBuffer();
     DirectoryReader reader(std::move(fd), &buffer_);
     DirectoryReader::Entry entry = {};
+    Listings::Listing listing;
     while (reader.next(&entry)) {
-        if (!step.anyDirectories && !step.name.matches(entry.name)) continue;
-        std::string path = place.directory + "/" + std::string(entry.name);
-        if (last) {
-            if (places_.territory.contains(path)) found_.push_back(std::move(path));
-            continue;
-        }
         const unsigned char type =
             entry.type == DT_UNKNOWN ? typeOfEntry(reader.descriptor(), entry.name) : entry.type;
-        if (type != DT_DIR || !places_.territory.enters(path)) continue;
-        if (place.depth >= places_.configuration.search.maxDepth) {
-            causes_ |= toCauses(Cause::kNotSearched);
-            continue;
-        }
-        const std::size_t next = step.anyDirectories ? place.step : place.step + 1;
-        open_.push_back({std::move(path), next, place.depth + 1});
+        visitEntry(place, steps, entry.name, type);
+        if (listing.size() <= Listings::kLongest) listing.push_back({std::string(entry.name), type});
     }
+    const bool isWhole = reader.error() == 0 && listing.size() <= Listings::kLongest;
+    if (isWhole) listings_.keep(place.directory, std::move(listing));
+}
+
+void Lister::visitEntry(const Place& place, const GlobSteps& steps, std::string_view name,
+                        unsigned char type) {
+    const GlobStep& step = steps[place.step];
+    if (!step.anyDirectories && !step.name.matches(name)) return;
+    std::string path = place.directory + "/" + std::string(name);
+    if (place.step + 1 == steps.size()) {
+        if (places_.territory.contains(path)) found_.push_back(std::move(path));
+        return;
+    }
+    if (type != DT_DIR || !places_.territory.enters(path)) return;
+    if (place.depth >= places_.configuration.search.maxDepth) {
+        causes_ |= toCauses(Cause::kNotSearched);
+        return;
+    }
+    const std::size_t next = step.anyDirectories ? place.step : place.step + 1;
+    open_.push_back({std::move(path), next, place.depth + 1});
 }
 
 }  // namespace zuksw

@@ -5,6 +5,7 @@
 
 #include "scanners/zuksw/evaluation/cause.h"
 #include "scanners/zuksw/language/path_glob.h"
+#include "scanners/zuksw/walk/listings.h"
 #include "scanners/zuksw/walk/walker.h"
 
 namespace zuksw {
@@ -12,7 +13,7 @@ namespace zuksw {
 /** Finds paths by listing just the directories that a glob names, without a walk. */
 class Lister {
   public:
-    explicit Lister(const Walker::Places& places) : places_(places), buffer_(DirectoryReader::makeBuffer()) {}
+    Lister(const Walker::Places& places, Listings* listings) : places_(places), listings_(*listings) {}
 
     /** The paths that match `steps` below the directory `base` ("" for the root), in byte order, each once.
      * One that is named in full is handed out without a look whether it is there. ".." steps up. */
@@ -29,11 +30,14 @@ class Lister {
     };
 
     void visit(const Place& place, const GlobSteps& steps);
+    void list(const Place& place, const GlobSteps& steps);
     void readDirectory(const Place& place, const GlobSteps& steps);
+    void visitEntry(const Place& place, const GlobSteps& steps, std::string_view name, unsigned char type);
     bool mayList(const std::string& directory) const;
 
     Walker::Places places_;
-    DirectoryReader::Buffer buffer_;
+    Listings& listings_;
+    DirectoryReader::Buffer buffer_;  // made when it is needed
     std::vector<Place> open_;
     std::vector<std::string> found_;
     Causes causes_ = 0;
