@@ -11,5 +11,6 @@ struct ProgramRun {
     double peakBytes;    // the most memory that it or one child held; never less than the bench itself holds
 };
 
-// Runs a program with its output thrown away; no value when it is not installed.
-std::optional<ProgramRun> runProgram(const std::vector<std::string>& words);
+// Runs a program with its output thrown away; no value when it is not installed. It must succeed, unless
+// `mayFail`: some tools call it a failure when a file has gone meanwhile.
+std::optional<ProgramRun> runProgram(const std::vector<std::string>& words, bool mayFail = false);
