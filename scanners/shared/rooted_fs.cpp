@@ -9,7 +9,6 @@
 #include <algorithm>
 #include <array>
 #include <cerrno>
-#include <memory>
 
 #include "scanners/shared/affix.h"
 
@@ -79,10 +78,6 @@ FileFacts factsOf(const struct statx& from) {
     return facts;
 }
 
-struct CloseDirectory {
-    void operator()(DIR* directory) const { ::closedir(directory); }
-};
-
 }  // namespace
 
 RootedFs RootedFs::ofLiveMachine() {
@@ -95,10 +90,26 @@ std::optional<RootedFs> RootedFs::below(const std::string& root, Resolver resolv
     return RootedFs(std::move(fd), false, resolver);
 }
 
+void RootedFs::stayIn(std::string_view directory) const {
+    if (!live_) return;
+    const std::string path = relative(directory);
+    nearDirectory_.reset(::openat(root_.get(), path.c_str(), O_PATH | O_DIRECTORY | O_CLOEXEC));
+    near_ = nearDirectory_.valid() ? path + '/' : "";
+}
+
+// A path of the kernel's has ten parts and more, and each is looked up again for every file.
+RootedFs::Place RootedFs::placeOf(const std::string& path) const {
+    const bool near = !near_.empty() && path.size() > near_.size() && startsWith(path, near_);
+    return near ? Place{nearDirectory_.get(), path.c_str() + near_.size()} : Place{root_.get(), path.c_str()};
+}
+
 // Returns a descriptor, or -1 with errno. On the live machine the root is "/" and links need no confinement.
 int RootedFs::openInside(const std::string& path, int flags) const {
     flags |= O_CLOEXEC;
-    if (live_) return ::openat(root_.get(), path.c_str(), flags);
+    if (live_) {
+        const Place place = placeOf(path);
+        return ::openat(place.directory, place.path, flags);
+    }
     if (resolver_ == Resolver::Own) return openResolved(path, flags);
     open_how how{};
     how.flags = static_cast<std::uint64_t>(flags);
@@ -148,10 +159,15 @@ std::optional<std::string> RootedFs::resolve(std::string_view path) const {
         std::string next = resolved;
         if (!next.empty()) next += '/';
         next += name;
+        if (plainPlaces_.count(next) != 0) {
+            resolved = next;
+            continue;
+        }
         std::array<char, 4096> target{};
         const ssize_t length = ::readlinkat(root_.get(), next.c_str(), target.data(), target.size());
         if (length < 0) {
             if (errno != EINVAL) return std::nullopt;  // EINVAL: there, and not a link
+            if (live_) plainPlaces_.insert(next);
             resolved = next;
             continue;
         }
@@ -218,17 +234,26 @@ ReadStatus RootedFs::readHead(std::string_view path, std::string* data, std::siz
 
 ReadStatus RootedFs::list(std::string_view path, std::vector<std::string>* names) const {
     names->clear();
-    FileDescriptor fd(openInside(relative(path), O_RDONLY | O_DIRECTORY));
-    if (!fd.valid()) return statusOf(errno);
-    const std::unique_ptr<DIR, CloseDirectory> directory(::fdopendir(fd.get()));
-    if (!directory) return ReadStatus::Unusable;
-    fd.release();  // the stream closes it
-    errno = 0;
-    while (const dirent* entry = ::readdir(directory.get())) {  // NOLINT(concurrency-mt-unsafe): own stream
-        const std::string_view name(entry->d_name);
-        if (name != "." && name != "..") names->emplace_back(name);
+    const std::string name = relative(path);
+    FileDescriptor directory(openInside(name, O_RDONLY | O_DIRECTORY));
+    if (!directory.valid()) return statusOf(errno);
+    long count = 0;
+    do {
+        alignas(dirent64) std::array<char, 32768> buffer;
+        count = ::syscall(SYS_getdents64, directory.get(), buffer.data(), buffer.size());
+        for (long at = 0; at < count;) {
+            const auto* entry = reinterpret_cast<const dirent64*>(buffer.data() + at);
+            const std::string_view found(entry->d_name);
+            if (found != "." && found != "..") names->emplace_back(found);
+            at += entry->d_reclen;
+        }
+    } while (count > 0);
+    const ReadStatus status = count == 0 ? ReadStatus::Ok : statusOf(errno);
+    if (live_ && !names->empty()) {  // nearly always they are what is asked for next
+        near_ = name + '/';
+        nearDirectory_ = std::move(directory);
     }
-    return errno == 0 ? ReadStatus::Ok : statusOf(errno);
+    return status;
 }
 
 ReadStatus RootedFs::readLink(std::string_view path, std::string* target) const {
@@ -236,7 +261,9 @@ ReadStatus RootedFs::readLink(std::string_view path, std::string* target) const 
     std::array<char, 4096> text;
     ssize_t length = -1;
     if (live_) {
-        length = ::readlinkat(root_.get(), relative(path).c_str(), text.data(), text.size());
+        const std::string name = relative(path);
+        const Place place = placeOf(name);
+        length = ::readlinkat(place.directory, place.path, text.data(), text.size());
     } else {
         const FileDescriptor link(openInside(relative(path), O_PATH | O_NOFOLLOW));
         if (!link.valid()) return statusOf(errno);
@@ -255,7 +282,8 @@ std::optional<FileFacts> RootedFs::facts(std::string_view path, bool followLinks
     struct statx facts {};
     if (live_) {
         const int flags = AT_NO_AUTOMOUNT | (followLinks ? 0 : AT_SYMLINK_NOFOLLOW);
-        if (::statx(root_.get(), name.c_str(), flags, kWanted, &facts) != 0) return std::nullopt;
+        const Place place = placeOf(name);
+        if (::statx(place.directory, place.path, flags, kWanted, &facts) != 0) return std::nullopt;
         return factsOf(facts);
     }
     const FileDescriptor place(openInside(name, O_PATH | noFollow));

@@ -3,6 +3,7 @@
 #include <cstddef>
 #include <cstdint>
 #include <optional>
+#include <set>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -58,6 +59,10 @@ class RootedFs {
     // Facts of the file that the path leads to (the link itself when followLinks is false).
     std::optional<FileFacts> facts(std::string_view path, bool followLinks = true) const;
 
+    // Makes calls for what is below this directory cheaper until another one is named or listed. It has no
+    // other effect: paths stay relative to the root.
+    void stayIn(std::string_view directory) const;
+
     bool exists(std::string_view path) const { return facts(path).has_value(); }
 
     // The path with every link and ".." resolved inside the root; no value when it leads nowhere or in a
@@ -71,10 +76,21 @@ class RootedFs {
     RootedFs(FileDescriptor root, bool live, Resolver resolver)
         : root_(std::move(root)), live_(live), resolver_(resolver) {}
 
+    // From where the system looks a path up, and the rest of the path.
+    struct Place {
+        int directory;
+        const char* path;
+    };
+    Place placeOf(const std::string& path) const;
     int openInside(const std::string& path, int flags) const;
     int openResolved(const std::string& path, int flags) const;
 
     FileDescriptor root_;
     bool live_;
+    mutable std::string near_;  // the directory that we stay in, with a slash at its end
+    mutable FileDescriptor nearDirectory_;
+    // Places of the running machine known to be no links: nearly all paths share their first parts. Nothing
+    // has to be kept inside there; below another root a place could become a link that leads out.
+    mutable std::set<std::string> plainPlaces_;
     mutable Resolver resolver_;  // falls to Own when the kernel turns out not to know how
 };

@@ -66,10 +66,27 @@ bool isPlain(unsigned char byte, bool escape) {
     return !escape || escapeFor(static_cast<char>(byte)).empty();
 }
 
+// isPlain for every byte: text is read byte by byte, and most of it goes through unchanged.
+class PlainBytes {
+  public:
+    explicit PlainBytes(bool escape) {
+        for (unsigned byte = 0; byte < 256; ++byte)
+            plain_[byte] = isPlain(static_cast<unsigned char>(byte), escape);
+    }
+    std::size_t runAt(std::string_view bytes) const {
+        std::size_t length = 0;
+        while (length < bytes.size() && plain_[static_cast<unsigned char>(bytes[length])]) ++length;
+        return length;
+    }
+
+  private:
+    bool plain_[256];
+};
+
 void append(std::string* out, std::string_view bytes, bool escape) {
+    static const PlainBytes kPlain[] = {PlainBytes(false), PlainBytes(true)};
     while (!bytes.empty()) {
-        std::size_t plain = 0;
-        while (plain < bytes.size() && isPlain(static_cast<unsigned char>(bytes[plain]), escape)) ++plain;
+        const std::size_t plain = kPlain[escape ? 1 : 0].runAt(bytes);
         out->append(bytes.substr(0, plain));
         bytes.remove_prefix(plain);
         if (bytes.empty()) return;

@@ -3,19 +3,32 @@
 #include <utility>
 
 #include "scanners/shared/packages/dpkg.h"
+#include "scanners/shared/random_access.h"
 #include "scanners/zukhw/machine.h"
 #include "scanners/zukhw/package_databases.h"
 #include "scanners/zukhw/text.h"
+#include "scanners/zukhw/text_pieces.h"
 
 namespace {
 
 constexpr char kDirectory[] = "var/lib/dpkg/";
 
-void takeInstalled(Machine& machine, const std::string& path, PackageList list,
+// offset: of the part of the file that gave the list.
+void takeInstalled(Machine& machine, const std::string& path, std::size_t offset, PackageList list,
                    std::vector<Package>* packages) {
-    if (list.broken != 0) machine.sources().malformed(path, list.firstBroken);
+    if (list.broken != 0) machine.sources().malformed(path, offset + list.firstBroken);
     for (Package& package : list.packages) {
         if (package.state == PackageState::Installed) packages->push_back(std::move(package));
+    }
+}
+
+void readStatusFile(Machine& machine, std::vector<Package>* packages) {
+    const std::string path = std::string(kDirectory) + "status";
+    const FileAccess file(machine.open(path));
+    if (file.size() > Machine::kTable) return;
+    for (TextPieces paragraphs(file, "\n\n"); paragraphs.next();) {
+        machine.deadline().check();
+        takeInstalled(machine, path, paragraphs.offset(), parseDpkgStatus(paragraphs.text()), packages);
     }
 }
 
@@ -27,18 +40,22 @@ void readStatusDirectory(Machine& machine, std::vector<Package>* packages) {
         if (endsWith(name, ".md5sums")) continue;
         const std::string path = std::string(directory).append("/").append(name);
         const auto text = machine.read(path);
-        if (text) takeInstalled(machine, path, parseDpkgControl(*text), packages);
+        if (text) takeInstalled(machine, path, 0, parseDpkgControl(*text), packages);
     }
 }
 
-// The list of a package's files is written when it is installed, and named with the architecture where
-// packages of several can be installed side by side.
+// The list of a package's files is written when it is installed.
+std::optional<std::int64_t> timeOfList(Machine& machine, const std::string& name) {
+    const auto facts = machine.facts(std::string(kDirectory).append("info/").append(name).append(".list"));
+    return facts ? std::optional(facts->modified) : std::nullopt;
+}
+
+// It is named with the architecture where packages of several can be installed side by side.
 std::optional<std::int64_t> installTime(Machine& machine, const Package& package) {
-    const std::string start = std::string(kDirectory) + "info/" + package.name;
-    const auto facts = machine.facts(start + ".list");
-    if (facts) return facts->modified;
-    const auto qualified = machine.facts(start + ':' + package.architecture + ".list");
-    return qualified ? std::optional(qualified->modified) : std::nullopt;
+    const std::string qualified = package.name + ':' + package.architecture;
+    const bool sideBySide = package.multiArch == "same";
+    const auto time = timeOfList(machine, sideBySide ? qualified : package.name);
+    return time ? time : timeOfList(machine, sideBySide ? package.name : qualified);
 }
 
 void markAutomatic(Machine& machine, std::vector<Package>* packages) {
@@ -57,11 +74,10 @@ void markAutomatic(Machine& machine, std::vector<Package>* packages) {
 
 std::vector<Package> readDpkgPackages(Machine& machine) {
     std::vector<Package> packages;
-    const std::string path = std::string(kDirectory) + "status";
-    const auto text = machine.read(path, Machine::kTable);
-    if (text) takeInstalled(machine, path, parseDpkgStatus(*text), &packages);
+    readStatusFile(machine, &packages);
     readStatusDirectory(machine, &packages);
     if (packages.empty()) return packages;
+    machine.files().stayIn(std::string(kDirectory) + "info");
     for (Package& package : packages) package.installTime = installTime(machine, package);
     markAutomatic(machine, &packages);
     return packages;

@@ -8,8 +8,8 @@ namespace {
 
 constexpr std::size_t kBlock = 32 * 1024;
 
-void appendTag(std::string* out, const char* opening, std::string_view name) {
-    *out += opening;
+void appendTag(std::string* out, std::string_view opening, std::string_view name) {
+    for (const char c : opening) *out += c;
     *out += name;
     *out += '>';
 }
@@ -22,10 +22,17 @@ void GroupWriter::beginInstance() {
 }
 
 void GroupWriter::text(const char* field, std::string_view value) {
-    const std::string clean = cleanText(value);
-    if (clean.empty()) return;
+    if (!isClean(value)) {
+        const std::string clean = cleanText(value);
+        if (!clean.empty()) cleaned(field, clean);
+        return;
+    }
+    cleaned(field, value);
+}
+
+void GroupWriter::cleaned(const char* field, std::string_view text) {
     open(field);
-    appendXmlText(&instance_, clean);
+    appendXmlText(&instance_, text);
     close(field);
 }
 

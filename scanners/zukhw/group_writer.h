@@ -50,6 +50,7 @@ class GroupWriter {
     const std::vector<std::string>& blocks() const { return blocks_; }
 
   private:
+    void cleaned(const char* field, std::string_view text);
     void raw(const char* field, std::string_view xmlSafe);
     void open(const char* field);
     void close(const char* field);

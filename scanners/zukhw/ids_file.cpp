@@ -3,6 +3,7 @@
 #include <algorithm>
 
 #include "scanners/zukhw/text.h"
+#include "scanners/zukhw/text_pieces.h"
 
 namespace {
 
@@ -44,38 +45,46 @@ std::string_view deeperLines(std::string_view text) {
 }  // namespace
 
 // Nearly all lines are of devices: only the few thousand top lines are looked at.
-IdsFile::IdsFile(std::string text) : text_(std::move(text)) {
-    std::string_view rest(text_);
-    while (!rest.empty()) {
-        const std::size_t gap = rest.substr(0, rest.find('\n')).find(kGap);
-        std::size_t end = rest.find('\n');
-        while (end != std::string_view::npos && belongsToBlock(rest.substr(end + 1))) {
-            end = rest.find('\n', end + 1);
-        }
-        end = std::min(end, rest.size());
-        if (gap != std::string_view::npos) blocks_.push_back({rest.substr(0, gap), rest.substr(0, end)});
-        rest.remove_prefix(std::min(end + 1, rest.size()));
+IdsFile::IdsFile(const RandomAccess& file) : file_(file) {
+    for (TextPieces pieces(file, "\n"); pieces.next();) addTopLines(pieces.text(), pieces.offset());
+    if (!blocks_.empty()) blocks_.back().end = file.size();
+}
+
+void IdsFile::addTopLines(std::string_view text, std::uint64_t offset) {
+    std::size_t end = 0;
+    for (std::size_t begin = 0; begin < text.size(); begin = end + 1) {
+        end = std::min(text.find('\n', begin), text.size());
+        if (belongsToBlock(text.substr(begin))) continue;
+        if (!blocks_.empty()) blocks_.back().end = std::min(blocks_.back().end, offset + begin);
+        const std::string_view line = text.substr(begin, end - begin);
+        const std::size_t gap = line.find(kGap);
+        if (gap != std::string_view::npos)
+            blocks_.push_back({std::string(line.substr(0, gap)), offset + begin});
     }
-    std::stable_sort(blocks_.begin(), blocks_.end(),
-                     [](const Block& a, const Block& b) { return a.key < b.key; });
 }
 
-std::string_view IdsFile::block(std::string_view key) const {
-    const auto before = [](const Block& block, std::string_view wanted) { return block.key < wanted; };
-    const auto found = std::lower_bound(blocks_.begin(), blocks_.end(), key, before);
-    return found == blocks_.end() || found->key != key ? std::string_view() : found->text;
+std::string_view IdsFile::block(std::string_view key) {
+    if (key == lastKey_) return lastText_;
+    const auto isWanted = [&](const Block& block) { return block.key == key; };
+    const auto found = std::find_if(blocks_.begin(), blocks_.end(), isWanted);
+    if (found == blocks_.end()) return {};
+    lastKey_ = key;
+    file_.read(found->begin, static_cast<std::size_t>(found->end - found->begin), &lastText_);
+    return lastText_;
 }
 
-std::string_view IdsFile::name(std::string_view key) const {
+std::string IdsFile::name(std::string_view key) {
     const std::string_view text = block(key);
-    return text.empty() ? text : trim(text.substr(key.size(), text.find('\n') - key.size()));
+    if (text.empty()) return "";
+    return std::string(trim(text.substr(key.size(), text.find('\n') - key.size())));
 }
 
-std::string_view IdsFile::name(std::string_view key, std::string_view second) const {
-    return findLine(block(key), "\n\t" + std::string(second) + std::string(kGap)).name;
+std::string IdsFile::name(std::string_view key, std::string_view second) {
+    return std::string(findLine(block(key), "\n\t" + std::string(second) + std::string(kGap)).name);
 }
 
-std::string_view IdsFile::name(std::string_view key, std::string_view second, std::string_view third) const {
+std::string IdsFile::name(std::string_view key, std::string_view second, std::string_view third) {
     const Line line = findLine(block(key), "\n\t" + std::string(second) + std::string(kGap));
-    return findLine(deeperLines(line.rest), "\n\t\t" + std::string(third) + std::string(kGap)).name;
+    const std::string head = "\n\t\t" + std::string(third) + std::string(kGap);
+    return std::string(findLine(deeperLines(line.rest), head).name);
 }

@@ -23,6 +23,14 @@ int compareNumbers(std::string_view a, std::string_view b) {
     return a.compare(b);
 }
 
+// Names that are compared begin alike, most of them.
+std::size_t commonLetters(std::string_view a, std::string_view b) {
+    const std::size_t shorter = std::min(a.size(), b.size());
+    std::size_t length = 0;
+    while (length < shorter && a[length] == b[length] && !isDigit(a[length])) ++length;
+    return length;
+}
+
 int compareNaturally(std::string_view a, std::string_view b) {
     while (!a.empty() && !b.empty()) {
         if (isDigit(a.front()) && isDigit(b.front())) {
@@ -30,11 +38,12 @@ int compareNaturally(std::string_view a, std::string_view b) {
             if (order != 0) return order;
             continue;
         }
-        if (a.front() != b.front()) {
+        const std::size_t common = commonLetters(a, b);
+        if (common == 0) {
             return static_cast<unsigned char>(a.front()) < static_cast<unsigned char>(b.front()) ? -1 : 1;
         }
-        a.remove_prefix(1);
-        b.remove_prefix(1);
+        a.remove_prefix(common);
+        b.remove_prefix(common);
     }
     return static_cast<int>(b.empty()) - static_cast<int>(a.empty());
 }

@@ -10,6 +10,9 @@
 // space for each inner run of blanks.
 std::string cleanText(std::string_view bytes);
 
+// True for plain ASCII that cleanText would leave as it is, as most text is; false for empty text.
+bool isClean(std::string_view bytes);
+
 // The parts of `text` between separators, empty ones included.
 std::vector<std::string_view> split(std::string_view text, char separator);
 
@@ -23,6 +26,9 @@ std::vector<std::string_view> words(std::string_view text);
 std::string_view trim(std::string_view text);
 
 std::string toLower(std::string_view text);
+
+// "2026-11-20" of seconds since 1970; empty outside the years 1 to 9999.
+std::string utcDate(long long seconds);
 
 // "2026-11-20T22:05:45Z" of seconds since 1970; empty outside the years 1 to 9999.
 std::string utcTime(long long seconds);

@@ -23,7 +23,8 @@ const std::string kText =
     "C 06  Bridge";
 
 TEST(IdsFile, FindsNames) {
-    const IdsFile list(kText);
+    const MemoryAccess file(kText);
+    IdsFile list(file);
     EXPECT_EQ("Intel Corporation", list.name("8086"));
     EXPECT_EQ("Red Hat, Inc.", list.name("1af4"));
     EXPECT_EQ("82574L  Gigabit", list.name("8086", "10d3"));
@@ -33,14 +34,16 @@ TEST(IdsFile, FindsNames) {
 }
 
 TEST(IdsFile, FindsSubsystemsOfTheirDeviceOnly) {
-    const IdsFile list(kText);
+    const MemoryAccess file(kText);
+    IdsFile list(file);
     EXPECT_EQ("X7SPA-H", list.name("8086", "10d3", "15d9 060a"));
     EXPECT_EQ("Not of 10d3", list.name("8086", "10d4", "15d9 0001"));
     EXPECT_EQ("", list.name("8086", "10d3", "15d9 0001"));
 }
 
 TEST(IdsFile, FindsNothingElse) {
-    const IdsFile list(kText);
+    const MemoryAccess file(kText);
+    IdsFile list(file);
     EXPECT_EQ("", list.name("ffff"));
     EXPECT_EQ("", list.name("808"));
     EXPECT_EQ("", list.name(""));
@@ -50,7 +53,8 @@ TEST(IdsFile, FindsNothingElse) {
 
 TEST(IdsFile, BearsAFileThatBreaksOffAnywhere) {
     for (std::size_t size = 0; size <= kText.size(); ++size) {
-        const IdsFile list(kText.substr(0, size));
+        const MemoryAccess file(std::string_view(kText).substr(0, size));
+        IdsFile list(file);
         EXPECT_LE(list.name("8086", "10d3").size(), 15U);
     }
 }

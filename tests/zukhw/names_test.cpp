@@ -59,12 +59,19 @@ TEST(DeviceNames, ComeFromTheListsWithoutADatabase) {
     EXPECT_EQ("Receiver", names.usbProduct("046d", "c52b"));
 }
 
+std::string nameIn(std::string_view text, std::string_view key) {
+    return IdsFile(MemoryAccess(text)).name(key);
+}
+std::string nameIn(std::string_view text, std::string_view key, std::string_view second) {
+    return IdsFile(MemoryAccess(text)).name(key, second);
+}
+
 TEST(IdsFile, EndsAnywhere) {
-    EXPECT_EQ("last", IdsFile("8086  last").name("8086"));
-    EXPECT_EQ("", IdsFile("8086  last").name("8086", "1533"));
-    EXPECT_EQ("x", IdsFile("8086  last\n\t1533  x").name("8086", "1533"));
-    EXPECT_EQ("", IdsFile("8086").name("8086"));
-    EXPECT_EQ("", IdsFile("").name("8086"));
+    EXPECT_EQ("last", nameIn("8086  last", "8086"));
+    EXPECT_EQ("", nameIn("8086  last", "8086", "1533"));
+    EXPECT_EQ("x", nameIn("8086  last\n\t1533  x", "8086", "1533"));
+    EXPECT_EQ("", nameIn("8086", "8086"));
+    EXPECT_EQ("", nameIn("", "8086"));
 }
 
 TEST(Hwdb, MatchesWholeNames) {

@@ -149,6 +149,27 @@ TEST(RootedFs, ReadsTheLiveMachine) {
     EXPECT_NE("", data);
 }
 
+// Listing a directory, or staying in it, only changes from where the system looks paths up.
+TEST(RootedFs, FindsTheSameFilesWhereverItStays) {
+    const TemporaryFolder folder;
+    folder.file("file", "content");
+    const std::string place = folder.path().substr(1);
+    const RootedFs fs = RootedFs::ofLiveMachine();
+    std::vector<std::string> names;
+    ASSERT_EQ(ReadStatus::Ok, fs.list(place, &names));
+    EXPECT_EQ(std::vector<std::string>{"file"}, names);
+    for (const std::string& near : {std::string("proc"), place, std::string("none/such"), std::string("/")}) {
+        fs.stayIn(near);
+        std::string text;
+        EXPECT_EQ(ReadStatus::Ok, fs.read(place + "/file", &text, 100)) << near;
+        EXPECT_EQ("content", text) << near;
+        EXPECT_TRUE(fs.exists(place)) << near;
+        EXPECT_TRUE(fs.exists(place + "/file")) << near;
+        EXPECT_FALSE(fs.exists(place + "x/file")) << near;
+        EXPECT_EQ(place + "/file", fs.resolve(place + "/file")) << near;
+    }
+}
+
 TEST(RootedFs, OpensNoDeviceNode) {
     const RootedFs fs = RootedFs::ofLiveMachine();
     std::string data;

@@ -61,6 +61,9 @@ TEST(UtcTime, CoversTheYearsOfFourDigits) {
     EXPECT_EQ("1970-01-01T00:00:00Z", utcTime(0));
     EXPECT_EQ("", utcTime(253402300800));
     EXPECT_EQ("", utcTime(INT64_MIN));
+    EXPECT_EQ("0001-01-01T00:00:00Z", utcTime(-62135596800));
+    EXPECT_EQ("2026-11-20", utcDate(1795212345));
+    EXPECT_EQ("", utcDate(253402300800));
 }
 
 }  // namespace

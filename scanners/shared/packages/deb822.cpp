@@ -6,18 +6,22 @@
 
 namespace {
 
+bool isBlank(char c) {
+    return c == ' ' || c == '\t';
+}
+
 bool continues(std::string_view text) {
-    return !text.empty() && (text.front() == ' ' || text.front() == '\t');
+    return !text.empty() && isBlank(text.front());
 }
 
 std::string_view withoutLeadingBlanks(std::string_view text) {
-    text.remove_prefix(std::min(text.find_first_not_of(" \t"), text.size()));
+    while (continues(text)) text.remove_prefix(1);
     if (!text.empty() && text.back() == '\r') text.remove_suffix(1);
     return text;
 }
 
 bool isFieldName(std::string_view name) {
-    return !name.empty() && name.find_first_of(" \t") == std::string_view::npos;
+    return !name.empty() && std::none_of(name.begin(), name.end(), isBlank);
 }
 
 }  // namespace
@@ -49,6 +53,10 @@ std::string_view Deb822Reader::value() const {
 
 std::string_view Deb822Reader::takeContinuation() {
     const std::string_view begin = rest_;
-    while (continues(rest_) && !trimBlanks(rest_.substr(0, rest_.find('\n'))).empty()) takeLine(rest_);
+    while (continues(rest_)) {
+        std::string_view after = rest_;
+        if (trimBlanks(takeLine(after)).empty()) break;
+        rest_ = after;
+    }
     return begin.substr(0, begin.size() - rest_.size());
 }

@@ -43,6 +43,7 @@ struct Package {
     std::string section;  // rpm calls it group
     std::string source;   // name of the package it was built from
     std::string license;
+    std::string multiArch;  // dpkg's, of packages of several architectures: same, foreign or allowed
     std::string path;  // the file that describes it, relative to the root, where each package has its own
     std::optional<std::uint64_t> installedBytes;
     std::optional<std::int64_t> installTime;  // seconds since 1970

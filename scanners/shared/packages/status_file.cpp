@@ -49,6 +49,7 @@ const FieldRow kFields[] = {
     // "name (version)", the version only where it differs.
     {"Source", [](Paragraph& p, std::string_view v) { p.package.source = takeWord(v); }},
     {"License", [](Paragraph& p, std::string_view v) { p.package.license = v; }},
+    {"Multi-Arch", [](Paragraph& p, std::string_view v) { p.package.multiArch = v; }},
     {"Essential", [](Paragraph& p, std::string_view v) { p.package.essential = v == "yes"; }},
     {"Installed-Size", setInstalledSize},
     {"Installed-Time", [](Paragraph& p, std::string_view v) { p.package.installTime = parseSeconds(v); }},

@@ -92,7 +92,7 @@ void writeInstallDate(Machine& machine, GroupWriter& out) {
         if (const auto facts = machine.facts(path)) consider(facts->changed, path);
     }
     if (source.empty()) return;
-    out.text("InstallDate", utcTime(oldest).substr(0, 10));
+    out.text("InstallDate", utcDate(oldest));
     out.text("InstallDateSource", source);
 }
 

@@ -45,7 +45,7 @@ bool isOneOf(std::string_view manager, std::initializer_list<std::string_view> m
 void writeInstallation(const Package& package, GroupWriter& out) {
     const bool isDpkg = package.manager == "dpkg";
     out.number("InstalledBytes", package.installedBytes);
-    if (package.installTime) out.text("InstallDate", utcTime(*package.installTime).substr(0, 10));
+    if (package.installTime) out.text("InstallDate", utcDate(*package.installTime));
     if (isDpkg) out.boolean("Essential", package.essential);
     if (isOneOf(package.manager, {"dpkg", "opkg", "pacman", "xbps"}))
         out.boolean("Automatic", package.automatic);
@@ -66,12 +66,20 @@ void writePackage(const Package& package, GroupWriter& out) {
     writeInstallation(package, out);
 }
 
+// Pointers, because packages are too large to be moved about.
+std::vector<const Package*> sorted(const std::vector<Package>& packages) {
+    std::vector<const Package*> order;
+    for (const Package& package : packages) order.push_back(&package);
+    std::sort(order.begin(), order.end(),
+              [](const Package* a, const Package* b) { return comesBefore(*a, *b); });
+    return order;
+}
+
 }  // namespace
 
 void collectSoftwarePackages(Machine& machine, GroupWriter& out) {
     for (const Read read : kManagers) {
-        std::vector<Package> packages = read(machine);
-        std::sort(packages.begin(), packages.end(), comesBefore);
-        for (const Package& package : packages) writePackage(package, out);
+        const std::vector<Package> packages = read(machine);
+        for (const Package* package : sorted(packages)) writePackage(*package, out);
     }
 }

@@ -46,7 +46,7 @@ std::string dateOf(std::optional<std::int64_t> days) {
     constexpr std::int64_t kDay = 24 * 60 * 60;
     constexpr std::int64_t kLast = 4000000;  // beyond the year 9999
     if (!days || *days <= 0 || *days > kLast) return "";
-    return utcTime(*days * kDay).substr(0, 10);
+    return utcDate(*days * kDay);
 }
 
 void writePassword(Machine& machine, const Account& user, GroupWriter& out) {
