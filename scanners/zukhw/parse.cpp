@@ -5,6 +5,7 @@
 #include <ctime>
 #include <string>
 
+#include "scanners/zukhw/calendar.h"
 #include "scanners/zukhw/text.h"
 
 namespace {
@@ -99,7 +100,7 @@ std::optional<std::int64_t> parseIsoTime(std::string_view text) {
     std::string_view zone(rest);
     if (startsWith(zone, "."))
         zone.remove_prefix(std::min(zone.find_first_not_of("0123456789", 1), zone.size()));
-    const std::int64_t time = ::timegm(&parts);
+    const std::int64_t time = secondsOf(parts);
     if (zone.empty() || zone == "Z") return time;
     const auto hours = parseDecimal(zone.substr(1, 2));
     const auto minutes = parseDecimal(zone.substr(std::min<std::size_t>(4, zone.size())));

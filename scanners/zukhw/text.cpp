@@ -1,10 +1,9 @@
 #include "scanners/zukhw/text.h"
 
 #include <algorithm>
-#include <ctime>
-#include <optional>
 
 #include "scanners/shared/xml_text.h"
+#include "scanners/zukhw/calendar.h"
 
 namespace {
 
@@ -15,24 +14,12 @@ bool isBlank(char c) {
     return c == ' ' || ('\t' <= c && c <= '\r');
 }
 
-std::optional<std::tm> utcParts(long long seconds) {
-    constexpr long long kFirst = -62135596800;  // 0001-01-01
-    constexpr long long kLast = 253402300799;   // 9999-12-31
-    if (seconds < kFirst || seconds > kLast) return std::nullopt;
-    const auto time = static_cast<std::time_t>(seconds);
-    std::tm parts{};
-    ::gmtime_r(&time, &parts);
-    return parts;
-}
-
-std::string twoDigits(int number) {
+std::string twoDigits(std::int64_t number) {
     return {static_cast<char>('0' + number / 10), static_cast<char>('0' + number % 10)};
 }
 
-std::string dateOf(const std::tm& parts) {
-    const int year = parts.tm_year + 1900;
-    return twoDigits(year / 100) + twoDigits(year % 100) + '-' + twoDigits(parts.tm_mon + 1) + '-' +
-           twoDigits(parts.tm_mday);
+bool isBetweenYears1And9999(std::int64_t seconds) {
+    return -62135596800 <= seconds && seconds <= 253402300799;
 }
 
 std::string collapseBlanks(std::string_view text) {
@@ -113,16 +100,19 @@ std::string toLower(std::string_view text) {
     return lower;
 }
 
-std::string utcDate(long long seconds) {
-    const std::optional<std::tm> parts = utcParts(seconds);
-    return parts ? dateOf(*parts) : "";
+std::string utcDate(std::int64_t seconds) {
+    if (!isBetweenYears1And9999(seconds)) return "";
+    const std::int64_t second = seconds % kSecondsOfDay;
+    const Date date = dateOfDay(seconds / kSecondsOfDay - (second < 0 ? 1 : 0));
+    return twoDigits(date.year / 100) + twoDigits(date.year % 100) + '-' + twoDigits(date.month) + '-' +
+           twoDigits(date.day);
 }
 
-std::string utcTime(long long seconds) {
-    const std::optional<std::tm> parts = utcParts(seconds);
-    if (!parts) return "";
-    return dateOf(*parts) + 'T' + twoDigits(parts->tm_hour) + ':' + twoDigits(parts->tm_min) + ':' +
-           twoDigits(parts->tm_sec) + 'Z';
+std::string utcTime(std::int64_t seconds) {
+    if (!isBetweenYears1And9999(seconds)) return "";
+    const std::int64_t second = (seconds % kSecondsOfDay + kSecondsOfDay) % kSecondsOfDay;
+    return utcDate(seconds) + 'T' + twoDigits(second / 3600) + ':' + twoDigits(second / 60 % 60) + ':' +
+           twoDigits(second % 60) + 'Z';
 }
 
 std::string join(const std::vector<std::string>& items, std::string_view separator) {

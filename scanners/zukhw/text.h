@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstdint>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -28,9 +29,9 @@ std::string_view trim(std::string_view text);
 std::string toLower(std::string_view text);
 
 // "2026-11-20" of seconds since 1970; empty outside the years 1 to 9999.
-std::string utcDate(long long seconds);
+std::string utcDate(std::int64_t seconds);
 
 // "2026-11-20T22:05:45Z" of seconds since 1970; empty outside the years 1 to 9999.
-std::string utcTime(long long seconds);
+std::string utcTime(std::int64_t seconds);
 
 std::string join(const std::vector<std::string>& items, std::string_view separator);

@@ -4,6 +4,7 @@
 
 #include "scanners/shared/descriptor_path.h"
 #include "scanners/shared/xml_events.h"
+#include "scanners/zukhw/calendar.h"
 #include "scanners/zukhw/machine.h"
 #include "scanners/zukhw/package_databases.h"
 #include "scanners/zukhw/parse.h"
@@ -17,7 +18,7 @@ constexpr char kPath[] = "var/db/xbps/pkgdb-0.38.plist";
 std::optional<std::int64_t> dayOf(const std::string& text) {
     struct tm day = {};
     if (::strptime(text.c_str(), "%Y-%m-%d", &day) == nullptr) return std::nullopt;
-    return ::timegm(&day);
+    return secondsOf(day);
 }
 
 // A property list: a dictionary of packages, each a dictionary of keys and, behind each key, its value.
