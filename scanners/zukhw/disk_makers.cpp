@@ -40,6 +40,7 @@ constexpr std::string_view kVirtualModels[] = {
     "Amazon Elastic Block Store",
     "Microsoft NVMe Direct Disk",
     "PersistentDisk",
+    "VDASD",  // of a POWER partition
     "nvme_card-pd",
     "Parallels ",
     "MSFT NVMe Accelerator",

@@ -1,5 +1,5 @@
-// Runs the built scanner on every machine of tests/machines: NAME.case says which tree to plant, which groups
-// to ask for and which document must come out.
+// Runs the built scanner on every machine of tests/machines: NAME.case says which tree to plant, or which
+// archive of tools/capture_machine to unpack, which groups to ask for and which document must come out.
 #include <gtest/gtest.h>
 
 #include <algorithm>
@@ -8,6 +8,7 @@
 #include "scanners/zukhw/parse.h"
 #include "scanners/zukhw/text.h"
 #include "tests/support/files.h"
+#include "tests/support/shell.h"
 #include "tests/support/temporary_folder.h"
 #include "tests/zukhw/machine_tree.h"
 #include "tests/zukhw/scanner_run.h"
@@ -43,14 +44,27 @@ std::string valueOf(const std::string& description, const char* key) {
     return std::string(findValue(description, key, ':').value_or(""));
 }
 
+// Makes the machine's files below the folder and gives their root.
+std::string makeMachine(const std::string& description, const std::string& folder) {
+    const std::string archive = valueOf(description, "root");
+    if (!archive.empty()) {
+        const ShellResult unpacked =
+            shell("tar -xf " + quoted(kMachines + archive) + " -C " + quoted(folder));
+        if (unpacked.status != 0) throw std::runtime_error(unpacked.err);
+        return folder + '/' + archive.substr(0, archive.find(".tar"));
+    }
+    const std::string root = folder + "/root";
+    std::filesystem::create_directory(root);
+    plantMachine(readFile(kMachines + valueOf(description, "tree")), root);
+    return root;
+}
+
 class MachineCase : public testing::TestWithParam<std::string> {};
 
 TEST_P(MachineCase, GivesTheExpectedDocument) {
     const std::string description = readFile(kMachines + GetParam() + ".case");
     const TemporaryFolder folder;
-    const std::string root = folder.path() + "/root";
-    std::filesystem::create_directory(root);
-    plantMachine(readFile(kMachines + valueOf(description, "tree")), root);
+    const std::string root = makeMachine(description, folder.path());
     std::vector<std::string> groups;
     const std::string groupList = valueOf(description, "groups");
     for (const std::string_view group : split(groupList, ',')) groups.emplace_back(trim(group));

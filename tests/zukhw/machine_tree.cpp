@@ -39,6 +39,7 @@ std::vector<Entry> entriesOf(std::string_view tree) {
 void writeFile(const fs::path& path, const std::string& content) {
     fs::create_directories(path.parent_path());
     std::ofstream(path, std::ios::binary) << content;
+    if (startsWith(content, "#!")) fs::permissions(path, fs::perms::owner_exec, fs::perm_options::add);
 }
 
 void plant(const Entry& entry, const fs::path& folder) {

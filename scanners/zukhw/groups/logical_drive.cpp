@@ -35,6 +35,7 @@ std::vector<std::string> optionsOf(const Mount& mount) {
     for (const std::string* text : {&mount.options, &mount.superOptions}) {
         for (const std::string_view option : split(*text, ',')) options.emplace(option);
     }
+    if (options.count("ro") != 0) options.erase("rw");  // of the mount, or of what is mounted: one is enough
     return {options.begin(), options.end()};
 }
 
