@@ -29,7 +29,6 @@ int evaluate(ZUKSwCtx* context, const std::vector<SignatureFile>& files) {
     std::vector<std::wstring> texts;
     std::vector<const wchar_t*> pointers;
     for (const SignatureFile& file : files) {
-        if (!file.mistake.empty()) throw Failure(kScanFailed, file.path + ": " + file.mistake);
         texts.push_back(bytesAsWide(file.inner()));
     }
     pointers.reserve(texts.size());
@@ -64,7 +63,15 @@ void SoftwareScan::run(const std::vector<SignatureFile>& files) {
         std::fprintf(stderr, "zuk: scanning, with %zu file%s of signatures\n", files.size(),
                      files.size() == 1 ? "" : "s");
     }
+    if (files.size() > 1) throwIfUnfit(files);
     throwIfFailed(evaluate(context_.get(), files), files);
+}
+
+void SoftwareScan::throwIfUnfit(const std::vector<SignatureFile>& files) const {
+    for (const SignatureFile& file : files) {
+        if (file.mistake.empty()) continue;
+        throw Failure(kScanFailed, file.path + ": " + file.mistake + "; " + checkRemedy(file.path));
+    }
 }
 
 void SoftwareScan::throwIfFailed(int status, const std::vector<SignatureFile>& files) const {
@@ -97,8 +104,11 @@ std::string SoftwareScan::rejection(const std::vector<SignatureFile>& files) con
     const std::string why = complaint.size() > pathEnd ? complaint.substr(pathEnd) : "";
     const std::string what =
         files.size() == 1 ? first : "the " + std::to_string(files.size()) + " signature files together";
-    return "the scanner rejects " + what + why + "; \"" + library_.scanner("zuksw") + " --check -i " +
-           (files.size() == 1 ? first : "FILE") + "\" explains every mistake";
+    return "the scanner rejects " + what + why + "; " + checkRemedy(files.size() == 1 ? first : "FILE");
+}
+
+std::string SoftwareScan::checkRemedy(const std::string& path) const {
+    return "\"" + library_.scanner("zuksw") + " --check -i " + path + "\" explains every mistake";
 }
 
 std::vector<Software> SoftwareScan::results(const SignatureNames& names) const {

@@ -29,8 +29,11 @@ class SoftwareScan {
     std::vector<Warning> warnings() const;
 
   private:
+    // Several files are given to the scanner as one; throws Failure for one that cannot be part of it.
+    void throwIfUnfit(const std::vector<SignatureFile>& files) const;
     void throwIfFailed(int status, const std::vector<SignatureFile>& files) const;
     std::string rejection(const std::vector<SignatureFile>& files) const;
+    std::string checkRemedy(const std::string& path) const;
     Software read(const ZUKSwResult* result, const SignatureNames& names) const;
 
     const Library& library_;

@@ -139,7 +139,7 @@ TEST_F(SwFailure, FilesThatCannotBeJoinedAreNamedWithThePlace) {
     for (const BadFile& bad : kBadFiles) {
         const ShellResult result = zuk_.runSw(file() + " " + file(bad.content, "bad.xml"));
         EXPECT_EQ(1, result.status) << bad.content;
-        EXPECT_THAT(result.err, HasSubstr(bad.told)) << bad.content;
+        EXPECT_THAT(result.err, AllOf(HasSubstr(bad.told), HasSubstr("zuksw --check -i "))) << bad.content;
         EXPECT_FALSE(scannerRan()) << bad.content;
     }
 }
