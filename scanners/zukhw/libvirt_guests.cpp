@@ -77,8 +77,10 @@ std::vector<Guest> readLibvirtGuests(Machine& machine) {
     for (const std::string driver : {"qemu", "lxc", "libxl"}) {
         const std::string directory = "etc/libvirt/" + driver;
         if (!machine.exists(directory)) continue;
+        const std::string start = directory + '/';
+        const std::string running = "run/libvirt/" + driver + '/';
         for (const std::string& name : machine.list(directory)) {
-            const std::string path = directory + '/' + name;
+            const std::string path = start + name;
             if (!endsWith(name, kDefinition)) continue;
             const FileDescriptor file = machine.open(path);
             if (!file.valid()) continue;
@@ -88,8 +90,9 @@ std::vector<Guest> readLibvirtGuests(Machine& machine) {
                 continue;
             }
             guest->path = path;
-            guest->running = machine.exists("run/libvirt/" + driver + '/' + guest->name + ".pid");
-            guest->autostart = machine.facts(directory + "/autostart/" + name, false).has_value();
+            guest->running = machine.exists(std::string(running).append(guest->name).append(".pid"));
+            guest->autostart =
+                machine.facts(std::string(start).append("autostart/").append(name), false).has_value();
             guests.push_back(std::move(*guest));
         }
     }

@@ -36,7 +36,7 @@ bool PagedFile::read(std::uint64_t offset, void* to, std::size_t size) {
         const std::size_t within = offset % kPage;
         if (within >= bytes.size()) return false;
         const std::size_t count = std::min(size, bytes.size() - within);
-        std::memcpy(out, bytes.data() + within, count);
+        std::copy_n(bytes.data() + within, count, out);
         out += count;
         offset += count;
         size -= count;

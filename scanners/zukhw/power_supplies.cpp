@@ -36,7 +36,7 @@ PowerSupplies::PowerSupplies(Machine& machine) {
     static const std::string kDirectory = "sys/class/power_supply";
     known = machine.exists(kDirectory);
     for (const std::string& name : machine.list(kDirectory)) {
-        const std::string supply = kDirectory + '/' + name + '/';
+        const std::string supply = std::string(kDirectory).append("/").append(name).append("/");
         const std::string type = machine.text(supply + "type");
         if (type == "Mains") acOnline = acOnline.value_or(false) || machine.number(supply + "online") == 1U;
         if (type != "Battery" || machine.text(supply + "scope") == "Device") continue;

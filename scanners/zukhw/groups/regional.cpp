@@ -48,7 +48,8 @@ void writeLocale(const Settings& settings, GroupWriter& out) {
     const std::string locale = valueOf(settings, "LANG");
     std::vector<std::string> others;
     for (const auto& [name, value] : settings) {
-        if (startsWith(name, "LC_") && !value.empty()) others.push_back(name + '=' + value);
+        if (!startsWith(name, "LC_") || value.empty()) continue;
+        others.push_back(std::string(name).append("=").append(value));
     }
     out.text("Locale", locale);
     writeLanguage(locale, out);
@@ -90,7 +91,7 @@ void writeCustoms(Machine& machine, const Settings& settings, GroupWriter& out) 
     if (!machine.live()) return;
     const auto localeFor = [&](const char* category) {
         for (const char* key : {"LC_ALL", category}) {
-            const std::string value = valueOf(settings, key);
+            std::string value = valueOf(settings, key);
             if (!value.empty()) return value;
         }
         return valueOf(settings, "LANG");

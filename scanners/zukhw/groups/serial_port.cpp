@@ -68,7 +68,7 @@ std::string partAfter(const std::string& path, std::string_view bus) {
 
 std::string busAddress(const Port& port) {
     if (port.isUsb()) return std::string(baseName(usbAncestor(port.device)));
-    const std::string pci(baseName(pciAncestor(port.device)));
+    std::string pci(baseName(pciAncestor(port.device)));
     if (!pci.empty()) return pci;
     const std::string pnp = partAfter(port.device, "pnp");
     return pnp.empty() ? partAfter(port.device, "platform") : pnp;

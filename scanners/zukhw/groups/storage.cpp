@@ -100,7 +100,7 @@ Disk readDisk(Machine& machine, const std::string& name, const std::string& dire
 
 std::string serialNumber(Machine& machine, const Disk& disk, const std::string& udevName) {
     for (const char* file : {"/serial", "/device/serial"}) {
-        const std::string serial = machine.text(disk.path + file);
+        std::string serial = machine.text(disk.path + file);
         if (!serial.empty()) return serial;
     }
     const std::string page = machine.read(disk.path + "/device/vpd_pg80").value_or("");
@@ -112,7 +112,7 @@ std::string serialNumber(Machine& machine, const Disk& disk, const std::string& 
 
 std::string worldWideName(Machine& machine, const Disk& disk) {
     for (const char* file : {"/wwid", "/device/wwid"}) {
-        const std::string name = machine.text(disk.path + file);
+        std::string name = machine.text(disk.path + file);
         if (!name.empty()) return name;
     }
     return vpdName(machine.read(disk.path + "/device/vpd_pg83").value_or(""));
@@ -121,7 +121,7 @@ std::string worldWideName(Machine& machine, const Disk& disk) {
 std::string firmwareRevision(Machine& machine, const Disk& disk) {
     if (disk.ata && !trim(disk.ata->revision).empty()) return disk.ata->revision;
     for (const char* file : {"/device/rev", "/device/firmware_rev", "/device/fwrev"}) {
-        const std::string revision = machine.text(disk.path + file);
+        std::string revision = machine.text(disk.path + file);
         if (!revision.empty()) return revision;
     }
     return "";
