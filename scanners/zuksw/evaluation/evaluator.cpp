@@ -100,7 +100,7 @@ void Evaluator::perform(std::optional<Task> task) {
 
 // Shares rows out; the first part is the caller's.
 std::optional<Evaluator::Task> Evaluator::divide(std::size_t signature, std::size_t step, Rows rows) {
-    const std::size_t parts = std::min(rows.size(), kParts);
+    const std::size_t parts = std::clamp<std::size_t>(rows.size(), 1, kParts);
     Progress& progress = progress_[signature];
     progress.parts.assign(parts, {});
     progress.open = parts;
