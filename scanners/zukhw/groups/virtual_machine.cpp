@@ -26,7 +26,7 @@ bool isInstanceId(std::string_view text) {
 }
 
 std::string instanceId(const Smbios& smbios) {
-    const std::string tag = smbios.string(2, 0x08);
+    std::string tag = smbios.string(2, 0x08);
     if (isInstanceId(trim(tag))) return tag;
     for (const SmbiosStructure* structure : smbios.ofType(11)) {
         for (const std::string_view text : structure->strings()) {
