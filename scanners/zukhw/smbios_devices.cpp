@@ -79,8 +79,8 @@ std::vector<std::string> portConnectors(const Smbios& smbios) {
         const std::string internal = cleanText(port->string(0x04));
         const std::string external = cleanText(port->string(0x06));
         const bool both = !internal.empty() && !external.empty();
-        items.push_back(
-            item({internal + (both ? "/" : "") + external, portTypeName(port->byte(0x08).value_or(0))}));
+        const std::string names = std::string(internal).append(both ? "/" : "").append(external);
+        items.push_back(item({names, portTypeName(port->byte(0x08).value_or(0))}));
     }
     return items;
 }
