@@ -80,29 +80,29 @@ class SignatureThreads : public ScanThreads {
     static std::string many(int count) {
         std::string signatures;
         for (int i = 0; i < count; ++i) {
-            const bool wrong = i % 1000 == 1;
+            const bool wrong = i % 100 == 1;
             signatures += numbered(i, std::string(wrong ? "<Fil" : "<File") + " name=\"f" +
-                                          std::to_string(i) + "\"/>" + std::string(300, ' '));
+                                          std::to_string(i) + "\"/>" + std::string(3000, ' '));
         }
         return signatures;
     }
 };
 
 TEST_F(SignatureThreads, ReadPiecesOfAFile) {
-    for (int i = 0; i < 9000; i += 999) file("/f" + std::to_string(i));
-    const ScanResult result = scanOnMany(many(9000));
+    for (int i = 0; i < 900; i += 99) file("/f" + std::to_string(i));
+    const ScanResult result = scanOnMany(many(900));
     EXPECT_EQ(10U, result.matches.size());
     EXPECT_TRUE(result.has("signature-invalid"));
 }
 
 TEST_F(SignatureThreads, ReadAsAWholeWhatLooksLikeSignaturesWhereThereAreNone) {
     const ScanResult result =
-        scanOnMany(numbered(1, "<Test value=\"1\" eq=\"1\"/>") + "<!--" + many(9000) + "-->");
+        scanOnMany(numbered(1, "<Test value=\"1\" eq=\"1\"/>") + "<!--" + many(900) + "-->");
     EXPECT_EQ(1U, result.matches.size());
 }
 
 TEST_F(SignatureThreads, RefuseTheWholeFileForTheSameReason) {
-    const std::string wrong = many(3000) + "<Signature guid=\"x\"></Signatur>" + many(6000);
+    const std::string wrong = many(300) + "<Signature guid=\"x\"></Signatur>" + many(600);
     const ScanResult one = scan(wrong, {{"limits/Threads", "1"}});
     EXPECT_EQ(3, one.status);
     EXPECT_EQ(one.messages, scan(wrong, {{"limits/Threads", "4"}}).messages);
