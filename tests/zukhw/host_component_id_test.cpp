@@ -78,7 +78,7 @@ TEST(HostComponentID, ShowsThroughOnS390) {
         "proc/sysinfo:\n\tManufacturer: IBM\n\tType: 2964\n\tModel: 701 N63\n"
         "\tSequence Code: 00000000000DFEE7\n\tVM00 Control Program: z/VM    6.4.0\n");
     const Fields expected = {{"Relation", "VmHost"}, {"Manufacturer", "IBM"},
-                             {"Model", "2964-701"},  {"SerialNumber", "00000000000DFEE7"},
+                             {"Model", "2964"},      {"SerialNumber", "00000000000DFEE7"},
                              {"Hypervisor", "z/VM"}, {"HypervisorVersion", "6.4.0"}};
     EXPECT_EQ(expected, collectOne(machine, kGroup));
 }

@@ -27,6 +27,17 @@ struct Host {
     }
 };
 
+// s390 shows the machine through every level. Its "Model" tells how many processors a partition or guest was
+// given: the machine itself is told by its type.
+void takeFromSysInfo(Machine& machine, Host& host) {
+    const SysInfo& info = machine.shared<SysInfo>();
+    if (info.value("Type").empty()) return;
+    const SystemIdentity& identity = machine.shared<SystemIdentity>();
+    host.manufacturer = identity.manufacturer;
+    host.model = info.value("Type");
+    host.serialNumber = identity.serialNumber;
+}
+
 // A partition is told which machine it is a part of.
 Host partitionHost(Machine& machine) {
     const SystemIdentity& identity = machine.shared<SystemIdentity>();
@@ -35,10 +46,11 @@ Host partitionHost(Machine& machine) {
         host.model = deviceTreeText(machine, "model");
         host.serialNumber = deviceTreeText(machine, "system-id");
     }
+    takeFromSysInfo(machine, host);
     return host;
 }
 
-// KVM on POWER tells its guests; s390 shows its identity through every level.
+// KVM on POWER tells its guests.
 Host machineHost(Machine& machine) {
     const HyperVPool& pool = machine.shared<HyperVPool>();
     Host host{"VmHost", "", "", "", pool.value("PhysicalHostNameFullyQualified")};
@@ -47,13 +59,7 @@ Host machineHost(Machine& machine) {
         host.model = deviceTreeText(machine, "host-model");
         host.serialNumber = deviceTreeText(machine, "host-serial");
     }
-    const SysInfo& info = machine.shared<SysInfo>();
-    if (!info.value("Type").empty()) {
-        const SystemIdentity& identity = machine.shared<SystemIdentity>();
-        host.manufacturer = identity.manufacturer;
-        host.model = identity.model;
-        host.serialNumber = identity.serialNumber;
-    }
+    takeFromSysInfo(machine, host);
     return host;
 }
 
