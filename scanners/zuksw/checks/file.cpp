@@ -1,5 +1,6 @@
 #include <algorithm>
 #include <limits>
+#include <mutex>
 #include <set>
 #include <unordered_map>
 #include <utility>
@@ -59,6 +60,8 @@ class File : public Check {
     unsigned types_ = kRegular;
     FileRestrictions restrictions_;
     mutable std::uint32_t query_ = kNotWalked;  // set once, by demand(), before any evaluation
+    mutable std::once_flag listOnce_;
+    mutable FoundFiles listed_;  // the same for every row, where nothing refers to one
 };
 
 File::File(ConditionReader& attributes) {
@@ -233,7 +236,11 @@ void File::evaluate(const Row& row, const Context& context, Rows* out) const {
     if (query_ != kNotWalked) {
         return tryFiles(row, context.machine.files.walked(query_), &selection, context, out);
     }
-    tryFiles(row, listFiles(row, selection, context), &selection, context, out);
+    if (near_ || !isFixed()) {
+        return tryFiles(row, listFiles(row, selection, context), &selection, context, out);
+    }
+    std::call_once(listOnce_, [&] { listed_ = listFiles(row, selection, context); });
+    tryFiles(row, listed_, &selection, context, out);
 }
 
 void File::tryFiles(const Row& row, const FoundFiles& found, const Selection* selection,
