@@ -69,6 +69,7 @@ void writePackage(const Package& package, GroupWriter& out) {
 // Pointers, because packages are too large to be moved about.
 std::vector<const Package*> sorted(const std::vector<Package>& packages) {
     std::vector<const Package*> order;
+    order.reserve(packages.size());
     for (const Package& package : packages) order.push_back(&package);
     std::sort(order.begin(), order.end(),
               [](const Package* a, const Package* b) { return comesBefore(*a, *b); });
