@@ -105,8 +105,8 @@ std::optional<Evaluator::Task> Evaluator::divide(std::size_t signature, std::siz
     progress.parts.assign(parts, {});
     progress.open = parts;
     if (parts == 1) return Task{signature, step, 0, std::move(rows)};
-    const auto partOf = [&](std::size_t part) {
-        const auto edge = [&](std::size_t i) {
+    const auto partOf = [&rows, parts, signature, step](std::size_t part) {
+        const auto edge = [&rows, parts](std::size_t i) {
             return std::make_move_iterator(rows.begin() +
                                            static_cast<std::ptrdiff_t>(rows.size() * i / parts));
         };
