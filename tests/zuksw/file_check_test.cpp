@@ -231,6 +231,21 @@ TEST_F(FileCheckTest, ReplacesReferencesInNamesAndPaths) {
     EXPECT_EQ("", paths("<Set name=\"d\" value=\"*\"/><File as=\"f\" path=\"/a/${d}\"/>"));
 }
 
+TEST_F(FileCheckTest, ListsForEachRowWhatThatRowNames) {
+    for (const char* path : {"/tool1", "/tool2", "/opt/1/x", "/opt/2/x"}) file(path, "1");
+    const std::string tools = "<File as=\"t\" nameMatch=\"tool(?P&lt;v&gt;[12])\"/>";
+    EXPECT_EQ("/opt/1/x /opt/2/x", paths(tools + R"(<File as="f" path="/opt/${v}/x"/>)"));
+}
+
+TEST_F(FileCheckTest, GivesEveryRowTheFilesOfAPathWithoutReferences) {
+    for (const char* path : {"/tool1", "/tool2", "/opt/x", "/opt/y"}) file(path, "1");
+    const ScanResult result = scan(
+        R"(<Signature guid="g" name="n" place="${t.path} ${f.path}"><Detect><File as="t" name="tool?"/>)"
+        R"(<File as="f" path="/opt/*"/></Detect><Report><Variable name="both" value="${t.name}${f.name}"/>)"
+        R"(</Report></Signature>)");
+    EXPECT_EQ("tool1x tool1y tool2x tool2y", result.values("both"));
+}
+
 struct InvalidCase {
     const char* condition;
     const char* word;
