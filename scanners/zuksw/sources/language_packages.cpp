@@ -1,6 +1,7 @@
 #include "scanners/zuksw/sources/language_packages.h"
 
 #include <algorithm>
+#include <utility>
 
 #include "scanners/zuksw/evaluation/machine.h"
 
@@ -35,6 +36,14 @@ FileQuery queryByPath(std::string_view glob) {
     query.path = Glob::parsePath(glob, &error);
     for (const GlobSteps& steps : query.path->alternatives()) query.names.push_back(steps.back().name);
     return query;
+}
+
+void takeFirst(const Values& names, const Values& versions, const TakePackage& take) {
+    if (names.found.empty() || versions.found.empty()) return;
+    Package package;
+    package.name = names.found.front();
+    package.version = package.upstream = versions.found.front();
+    take(std::move(package), {});
 }
 
 std::string readText(const FileObject& file, Machine& machine, Causes* causes) {

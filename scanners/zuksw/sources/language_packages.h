@@ -8,6 +8,7 @@
 
 #include "scanners/shared/packages/package.h"
 #include "scanners/zuksw/files/file_object.h"
+#include "scanners/zuksw/formats/value.h"
 #include "scanners/zuksw/index/file_query.h"
 
 namespace zuksw {
@@ -40,6 +41,9 @@ Causes readJar(const std::shared_ptr<const DiskFile>& file, Machine& machine, co
 
 /** A query for the paths that a glob with "**" matches. */
 FileQuery queryByPath(std::string_view glob);
+
+/** Hands on the package of the first name and the first version, where both were found. */
+void takeFirst(const Values& names, const Values& versions, const TakePackage& take);
 
 /** The text of a small file; empty, with a cause, when it cannot be had. */
 std::string readText(const FileObject& file, Machine& machine, Causes* causes);

@@ -17,11 +17,7 @@ Causes readNpm(const std::shared_ptr<const DiskFile>& file, Machine& machine, co
         machine.events.add(EventCode::kBadFormat, {}, "the file is malformed", file->path());
         return toCauses(Cause::kBadFormat);
     }
-    if (names.found.empty() || versions.found.empty()) return causes;
-    Package package;
-    package.name = names.found.front();
-    package.version = package.upstream = versions.found.front();
-    take(std::move(package), {});
+    takeFirst(names, versions, take);
     return causes;
 }
 

@@ -13,11 +13,7 @@ Causes readPip(const std::shared_ptr<const DiskFile>& file, Machine& machine, co
     const std::string text = readText(*file, machine, &causes);
     const Values names = extractValues(ValueFormat::kHeaders, text, std::nullopt, "Name");
     const Values versions = extractValues(ValueFormat::kHeaders, text, std::nullopt, "Version");
-    if (names.found.empty() || versions.found.empty()) return causes;
-    Package package;
-    package.name = names.found.front();
-    package.version = package.upstream = versions.found.front();
-    take(std::move(package), {});
+    takeFirst(names, versions, take);
     return causes;
 }
 
