@@ -84,7 +84,7 @@ std::wstring softwareAsText(const std::vector<Software>& found, const Page& page
     if (found.empty()) return L"Software\n  none that a signature describes\n";
     std::vector<Column> columns = {makeColumn(L"Name"), makeColumn(L"Version"), makeColumn(L"Place"),
                                    makeColumn(L"Package"), makeColumn(L"More")};
-    columns[2].keepEnd = true;
+    columns[2].isPath = true;
     for (const Software& software : found) {
         add(columns[0], software.name);
         add(columns[1], software.value(L"version"));

@@ -27,6 +27,16 @@ std::wstring cutBegin(const std::wstring& text, std::size_t width) {
     return L'\u2026' + text.substr(begin);
 }
 
+// The file's own name says most, and then where the path begins.
+std::wstring cutPath(const std::wstring& text, std::size_t width) {
+    if (columns(text) <= width) return text;
+    const std::size_t slash = text.rfind(L'/');
+    if (slash == std::wstring::npos) return cut(text, width);
+    const std::wstring name = text.substr(slash);
+    if (columns(name) >= width) return cutBegin(text, width);
+    return text.substr(0, fitting(text, width - 1 - columns(name))) + L'\u2026' + name;
+}
+
 std::wstring padded(const std::wstring& text, std::size_t width, bool alignRight) {
     const std::wstring padding = blanks(width - columns(text));
     return alignRight ? padding + text : text + padding;
@@ -44,7 +54,7 @@ std::wstring line(const std::vector<const Column*>& block, const std::vector<std
     std::wstring out = blanks(kIndent);
     for (std::size_t i = 0; i < block.size(); ++i) {
         if (i > 0) out += blanks(kGap);
-        const auto shorten = block[i]->keepEnd ? cutBegin : cut;
+        const auto shorten = block[i]->isPath ? cutPath : cut;
         out += padded(shorten(textOf(*block[i]), widths[i]), widths[i], block[i]->alignRight);
     }
     out.erase(out.find_last_not_of(L' ') + 1);

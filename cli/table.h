@@ -11,7 +11,7 @@ struct Column {
     std::wstring title;
     std::vector<std::wstring> cells;
     bool alignRight;
-    bool keepEnd = false;  // of a cell that is cut the end stays, as paths want it
+    bool isPath = false;  // cut in the middle, so that the name of the file stays
 };
 
 // What stands before each column: the table's indentation, or the gap to the column before it.

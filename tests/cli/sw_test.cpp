@@ -36,6 +36,12 @@ class Sw : public testing::Test {
         zuk_.installSoftwareScannerThatFinds(
             "", "", "cat \"$" + std::to_string(argument) + "\" > " + zuk_.path("seen"));
     }
+    // What a terminal of 50 columns gets.
+    std::string tableOf(const std::string& found) const {
+        zuk_.installSoftwareScannerThatFinds(found);
+        return onTerminal(zuk_.command() + "sw --home " + zuk_.path("home") + " " + file() + " 2>/dev/null",
+                          50);
+    }
 
     ZukProgram zuk_;
 };
@@ -225,17 +231,23 @@ TEST_F(Sw, ASignatureThatNoFileHasIsNamedByItsGuid) {
 }
 
 TEST_F(Sw, ATerminalGetsATableThatFitsIt) {
-    zuk_.installSoftwareScannerThatFinds(
-        match("g-lib", "1.0", "/usr/lib/x86_64-linux-gnu/libsomething.so.1.2.3") +
-        match("g-web", "2.0", "/b", "<Variable name='more' value='more'/>"));
-    const std::string written =
-        onTerminal(zuk_.command() + "sw --home " + zuk_.path("home") + " " + file() + " 2>/dev/null", 50);
     EXPECT_EQ(
         "Software (2)\r\n"
         "  Name        Version  Place               Package\r\n"
         "  Library     1.0      …omething.so.1.2.3  -\r\n"
         "  web server  2.0      /b                  -\r\n",
-        written);
+        tableOf(match("g-lib", "1.0", "/usr/lib/x86_64-linux-gnu/libsomething.so.1.2.3") +
+                match("g-web", "2.0", "/b", "<Variable name='more' value='more'/>")));
+}
+
+TEST_F(Sw, ATerminalGetsALongPathWithoutItsMiddle) {
+    EXPECT_THAT(tableOf(match("g-lib", "1.0", "/usr/lib/x86_64-linux-gnu/libb.so.1")),
+                HasSubstr(" 1.0      /usr/lib/x…/libb.so.1  -"));
+}
+
+TEST_F(Sw, ATerminalGetsALongPlaceThatIsNoPathWithoutItsEnd) {
+    EXPECT_THAT(tableOf(match("g-lib", "1.0", "package library-with-a-long-name")),
+                HasSubstr(" 1.0      package library-with…  -"));
 }
 
 TEST_F(Sw, ProgressIsShownOnATerminal) {
