@@ -23,6 +23,7 @@ class Tree {
         folder_.file("bin/tool", std::string("\177ELF\2\1\1") + std::string(57, '\0') + "tool 1.2.3", 0755);
         folder_.file("etc/os-release", "ID=test\nVERSION_ID=1.2\n");
         folder_.file("etc/v.json", "{\"name\":\"n\",\"version\":\"1.2\"}");
+        folder_.file("etc/empty", "");
         folder_.file("etc/v.ini", "[App]\nName=n\nVersion=1.2\n");
         folder_.file("etc/t.swidtag", "<SoftwareIdentity name='n' version='1.2' tagId='t'/>");
         folder_.file("var/lib/dpkg/status", "Package: n\nStatus: install ok installed\nVersion: 1.2-3\n\n");

@@ -42,6 +42,15 @@ TEST_F(FormatChecksTest, TakesValuesFromTextFiles) {
     EXPECT_EQ("t", value("format=\"xml\" key=\"/a/b[@x='1']\""));
 }
 
+TEST_F(FormatChecksTest, AnEmptyFileHasNoValues) {
+    file("/f");
+    for (const char* format : {"keyvalue", "properties", "headers", "ini", "yaml"}) {
+        const std::string text =
+            std::string("<File as=\"f\" path=\"/f\"/><Value of=\"f\" format=\"") + format + "\" key=\"/a\"/>";
+        EXPECT_EQ("no", truth(text)) << format;
+    }
+}
+
 TEST_F(FormatChecksTest, MalformedTextsAreUndecided) {
     file("/f", "{\"a\":");
     const std::string text = "<File as=\"f\" path=\"/f\"/><Value of=\"f\" format=\"json\" key=\"/a\"/>";

@@ -11,6 +11,7 @@ class Parser {
   public:
     explicit Parser(std::string_view text) : ready_(yaml_parser_initialize(&parser_) == 1) {
         if (!ready_) return;
+        if (text.empty()) text = "";  // the library wants a place, even of no bytes
         const auto* bytes = reinterpret_cast<const unsigned char*>(text.data());
         yaml_parser_set_input_string(&parser_, bytes, text.size());
     }
