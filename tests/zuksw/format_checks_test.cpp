@@ -51,6 +51,13 @@ TEST_F(FormatChecksTest, AnEmptyFileHasNoValues) {
     }
 }
 
+TEST_F(FormatChecksTest, ValuesOfFilesBeyondTheLimitAreUndecided) {
+    file("/f", "A=1\n");
+    const std::string text = "<File as=\"f\" path=\"/f\"/><Value of=\"f\" format=\"keyvalue\" key=\"A\"/>";
+    EXPECT_EQ("yes", truth(text, {{"content/MaxFileSize", "4"}}));
+    EXPECT_EQ("unknown", truth(text, {{"content/MaxFileSize", "3"}}));
+}
+
 TEST_F(FormatChecksTest, MalformedTextsAreUndecided) {
     file("/f", "{\"a\":");
     const std::string text = "<File as=\"f\" path=\"/f\"/><Value of=\"f\" format=\"json\" key=\"/a\"/>";

@@ -1,3 +1,4 @@
+#include <algorithm>
 #include <utility>
 
 #include "scanners/zuksw/checks/object_of.h"
@@ -77,8 +78,9 @@ void ValueCheck::evaluate(const Row& row, const Context& context, Rows* out) con
     const Text& missing = key.isSet() ? section : key;
     if (missing.state == Text::State::kUnknown) undecided(row, missing.causes, out);
     if (!missing.isSet()) return;
-    if (file->size() > kMaxFile) {
-        context.machine.events.add(EventCode::kTooLarge, {}, "no values are taken from files above 16 MiB",
+    if (file->size() > std::min(kMaxFile, context.machine.configuration.content.maxFileSize)) {
+        context.machine.events.add(EventCode::kTooLarge, {},
+                                   "no values are taken from files above 16 MiB or content/MaxFileSize",
                                    file->path());
         return undecided(row, toCauses(Cause::kTooLarge), out);
     }
