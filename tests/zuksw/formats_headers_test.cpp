@@ -6,6 +6,7 @@ namespace {
 TEST(Headers, NamesAndValues) {
     expectValues(ValueFormat::kHeaders,
                  {
+                     {"byte order mark", "\357\273\277v: 1", "v", {"1"}},
                      {"simple", "Name: x\nVersion: 1.2\n", "Version", {"1.2"}},
                      {"without case", "VERSION: 1.2", "version", {"1.2"}},
                      {"without a blank", "Version:1.2", "Version", {"1.2"}},

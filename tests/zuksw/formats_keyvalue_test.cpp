@@ -6,6 +6,7 @@ namespace {
 TEST(KeyValue, QuotesAreRemoved) {
     expectValues(ValueFormat::kKeyValue,
                  {
+                     {"byte order mark", "\357\273\277v=1", "v", {"1"}},
                      {"bare", "A=1\nVERSION=2.5\n", "VERSION", {"2.5"}},
                      {"double quotes", "VERSION=\"2 5\"", "VERSION", {"2 5"}},
                      {"single quotes", "VERSION='2 \"5\"'", "VERSION", {"2 \"5\""}},

@@ -6,6 +6,7 @@ namespace {
 TEST(Properties, Separators) {
     expectValues(ValueFormat::kProperties,
                  {
+                     {"byte order mark", "\357\273\277v=1", "v", {"1"}},
                      {"equals", "a=1", "a", {"1"}},
                      {"colon", "a:1", "a", {"1"}},
                      {"blank", "a 1", "a", {"1"}},

@@ -4,8 +4,6 @@
 namespace zuksw {
 
 Values extractIni(std::string_view text, std::optional<std::string_view> section, std::string_view key) {
-    constexpr std::string_view kByteOrderMark = "\xEF\xBB\xBF";
-    if (text.substr(0, kByteOrderMark.size()) == kByteOrderMark) text.remove_prefix(kByteOrderMark.size());
     Values values;
     std::string_view current;
     while (!text.empty()) {

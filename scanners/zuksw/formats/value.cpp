@@ -11,6 +11,8 @@ namespace zuksw {
 
 namespace {
 
+constexpr std::string_view kByteOrderMark = "\xEF\xBB\xBF";
+
 // In the order of ValueFormat.
 constexpr std::string_view kNames[] = {"keyvalue", "properties", "headers", "ini", "json", "yaml", "xml"};
 
@@ -31,6 +33,7 @@ std::string valueKeyProblem(ValueFormat format, std::string_view key) {
 Values extractValues(ValueFormat format, std::string_view text, std::optional<std::string_view> section,
                      std::string_view key) {
     if (!valueKeyProblem(format, key).empty()) return {};
+    if (text.substr(0, kByteOrderMark.size()) == kByteOrderMark) text.remove_prefix(kByteOrderMark.size());
     switch (format) {
         case ValueFormat::kKeyValue:
             return extractKeyValue(text, key);
