@@ -66,6 +66,33 @@ TEST(Archive, OnlyRegularFilesAreMembers) {
     EXPECT_EQ(content.members[0].name, "file");
 }
 
+// A zip of one empty file, whose name is marked as UTF-8.
+std::string zipOfUtf8Name(const std::string& name) {
+    std::string zip = packArchive(zipForm, {{std::string(name.size(), 'x'), ""}});
+    for (const char* record : {"PK\3\4", "PK\1\2"}) {
+        const bool central = record[2] == 1;
+        const std::size_t begin = zip.find(record, 0, 4);
+        zip[begin + (central ? 9 : 7)] |= 0x08;  // bit 11 of the flags
+        zip.replace(begin + (central ? 46 : 30), name.size(), name);
+    }
+    return zip;
+}
+
+TEST(Archive, NamesBeyondAsciiAreRead) {
+    const Content zip = read(zipOfUtf8Name("caf\303\251"));
+    ASSERT_EQ(zip.members.size(), 1U);
+    EXPECT_EQ(zip.members[0].name, "caf\303\251");
+    const Content tar = read(packArchive(tarForm, {{"caf\351", "x"}}));
+    ASSERT_EQ(tar.members.size(), 1U);
+    EXPECT_EQ(tar.members[0].name, "caf\351");
+}
+
+TEST(Archive, ANameThatCannotBeReadIsAMemberThatCannot) {
+    const Content content = read(zipOfUtf8Name("caf\377"));
+    ASSERT_EQ(content.members.size(), 1U);
+    EXPECT_EQ(content.members[0].state, ArchiveState::kDamaged);
+}
+
 TEST(Archive, NamesLoseWhatLeadsToTheRoot) {
     const Content content = read(packArchive(
         tarForm, {{"./usr/bin/a", "a"}, {"/etc/b", "b"}, {"../../etc/passwd", "c"}, {"\xE9", "d"}}));

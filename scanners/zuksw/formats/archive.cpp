@@ -2,9 +2,11 @@
 
 #include <archive.h>
 #include <archive_entry.h>
+#include <locale.h>
 
 #include <cerrno>
 #include <memory>
+#include <optional>
 #include <utility>
 
 namespace zuksw {
@@ -15,6 +17,25 @@ struct FreeArchive {
     void operator()(archive* handle) const { archive_read_free(handle); }
 };
 using Handle = std::unique_ptr<archive, FreeArchive>;
+
+// libarchive converts names that are marked as UTF-8 into the characters of the thread's locale, and loses
+// those that these do not have: outside of UTF-8 all that is not ASCII.
+class Utf8Locale {
+  public:
+    Utf8Locale() : before_(::uselocale(utf8())) {}
+    ~Utf8Locale() { ::uselocale(before_); }
+    Utf8Locale(const Utf8Locale&) = delete;
+    Utf8Locale& operator=(const Utf8Locale&) = delete;
+
+  private:
+    // Null on a system without it: then the thread's own stays.
+    static locale_t utf8() {
+        static const locale_t kUtf8 = ::newlocale(LC_CTYPE_MASK, "C.UTF-8", nullptr);
+        return kUtf8;
+    }
+
+    locale_t before_;
+};
 
 // Small archives of very even content are far beyond any ratio, and harmless.
 constexpr std::uint64_t kRatioMatters = std::uint64_t(1) << 20U;
@@ -41,11 +62,13 @@ std::string problemOf(archive* handle) {
     return text != nullptr ? text : "the archive cannot be read";
 }
 
-// Names in another encoding come only in UTF-8; all others as the bytes that are stored.
-std::string nameOf(archive_entry* entry) {
+// Names in another encoding come only in UTF-8; all others as the bytes that are stored. Nothing for a name
+// that could not be converted.
+std::optional<std::string> nameOf(archive_entry* entry) {
     const char* stored = archive_entry_pathname(entry);
     if (stored == nullptr) stored = archive_entry_pathname_utf8(entry);
-    std::string_view name = stored != nullptr ? stored : "";
+    if (stored == nullptr) return std::nullopt;
+    std::string_view name = stored;
     while (name.substr(0, 2) == "./" || name.substr(0, 1) == "/")
         name.remove_prefix(name.front() == '/' ? 1 : 2);
     return std::string(name);
@@ -89,9 +112,14 @@ class Reading {
                    const std::function<void(ArchiveMember)>& take) {
         const bool file =
             archive_entry_filetype(entry) == AE_IFREG && archive_entry_hardlink(entry) == nullptr;
+        const std::optional<std::string> name = file ? nameOf(entry) : "";
+        if (!name) {
+            take({{}, ArchiveState::kDamaged, {}});  // it may be one that is wanted
+            return skip();
+        }
+        if (name->empty() || !wanted(*name)) return skip();
         ArchiveMember member;
-        if (file) member.name = nameOf(entry);
-        if (!file || member.name.empty() || !wanted(member.name)) return skip();
+        member.name = *name;
         const std::int64_t size = archive_entry_size_is_set(entry) != 0 ? archive_entry_size(entry) : 0;
         if (archive_entry_is_data_encrypted(entry) != 0) {
             member.state = ArchiveState::kEncrypted;
@@ -169,6 +197,7 @@ class Reading {
 ArchiveOutcome readArchive(std::string_view bytes, const ArchiveLimits& limits,
                            const std::function<bool(std::string_view name)>& wanted,
                            const std::function<void(ArchiveMember)>& take) {
+    const Utf8Locale utf8;
     return Reading(bytes, limits).run(wanted, take);
 }
 
