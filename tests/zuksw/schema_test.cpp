@@ -115,8 +115,6 @@ const char* const kCarelessSignatures[] = {
     "<Signatur/>",
     "<Signature guid='g' name='n' colour='red'><Detect><File name='x'/></Detect></Signature>",
     "<Signature guid='g' name='n'><Detect><File name='x'/></Detect><Reports/></Signature>",
-    "<Signature guid='g' name='n'><Detect><File name='x'/></Detect></Signature>"
-    "<Signature guid='g' name='n'><Detect><File name='x'/></Detect></Signature>",
 };
 
 }  // namespace
@@ -173,6 +171,12 @@ TEST_F(Schema, RefusesWhatTheScannerOnlyIgnores) {
     }
 }
 
+TEST_F(Schema, HoldsForTwoSignaturesWithOneGuid) {
+    const std::string path = signatureFile(signature("<File name='x'/>") + signature("<File name='y'/>"));
+    EXPECT_EQ("", ofSignatures(path));
+    EXPECT_EQ(0, checkStatus(path));
+}
+
 TEST_F(Schema, HoldsForAnEmptyRun) {
     scan("");
     EXPECT_EQ("", ofOutput());
@@ -197,7 +201,7 @@ TEST_F(Schema, HoldsForResultsWithEvidenceOfAllKinds) {
     const ScanResult result =
         scan(one +
              "<Signature guid='h' name='caf&#233;&#10;'><Detect><Test value='1' eq='1'/></Detect><Report>"
-             "<Metadata>a<b c='${host.name}'/></Metadata></Report></Signature>");
+             "<Metadata d='${host.name}'>a<b c='${host.name}'/></Metadata></Report></Signature>");
     ASSERT_EQ(2U, result.matches.size()) << result.warnings;
     for (const char* kind : {"file", "member", "package", "tag", "system", "signature"}) {
         EXPECT_NE(std::string::npos, result.output.find("kind=\"" + std::string(kind) + "\"")) << kind;
