@@ -119,6 +119,8 @@ const MistakeCase kMistakes[] = {
      "most"},
     {with("<Package name='x' manager='yum'/>"),
      ":4:5: signature 'n': <Package>: 'yum' is no package manager; write any"},
+    {with("<Package name='x' manager=', '/>"),
+     ":4:5: signature 'n': <Package>: 'manager' is empty; name one or remove it"},
     {with("<System key='os.ID'/>"),
      ":4:5: signature 'n': <System>: key=\"os.ID\": no such fact; write os. and a key of"},
     {withFile("<Value of='f' format='toml' key='a'/>"),

@@ -145,6 +145,10 @@ TEST_F(FormatChecksTest, ListsOfDirectoriesThatIncludeThemselvesEnd) {
               truth("<File as=\"f\" path=\"/zuksw\"/><Library of=\"f\" name=\"libre2.so.*\" as=\"l\"/>"));
 }
 
+TEST_F(FormatChecksTest, AMalformedGlobForTagsIsAMistake) {
+    EXPECT_TRUE(scan(signature("<Tag name=\"[a\"/>")).has("signature-invalid"));
+}
+
 TEST_F(FormatChecksTest, ReadsTags) {
     const std::string tag =
         "<SoftwareIdentity xmlns=\"http://standards.iso.org/iso/19770/-2/2015/schema.xsd\" "
@@ -156,6 +160,8 @@ TEST_F(FormatChecksTest, ReadsTags) {
     EXPECT_EQ("1.5 t1 e.example /usr/share/swidtag/a.swidtag",
               show("<Tag name=\"T*\" ge=\"1.4\" as=\"t\"/>", "${t.version} ${t.tagId} ${t.regid} ${t.path}"));
     EXPECT_EQ("no", truth("<Tag tagId=\"t2\"/>"));
+    EXPECT_EQ("yes", truth("<Tag ge=\"1.4\"/>"));
+    EXPECT_EQ("no", truth("<Tag gt=\"1.5\"/>"));
     file("/usr/share/swidtag/c.swidtag", "<Soft");
     EXPECT_EQ("unknown", truth("<Tag tagId=\"t2\"/>"));
     EXPECT_EQ("yes", truth("<Tag regid=\"e.example\"/>"));

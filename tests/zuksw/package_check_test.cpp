@@ -42,6 +42,24 @@ TEST_F(PackageCheckTest, FindsPackagesByNameAndVersion) {
     EXPECT_EQ("no", truth("<Package name=\"libssl3\"/>", {{"packages/Managers", "rpm"}}));
 }
 
+TEST_F(PackageCheckTest, ANameIsNotNeeded) {
+    EXPECT_EQ("amd64 i386", show("<Package as=\"p\"/>", "${p.arch}"));
+    EXPECT_EQ("i386", show("<Package manager=\"dpkg\" arch=\"i386\" as=\"p\"/>", "${p.arch}"));
+    EXPECT_EQ("no", truth("<Package manager=\"rpm\"/>"));
+}
+
+TEST_F(PackageCheckTest, MalformedGlobsAreMistakes) {
+    for (const char* attribute : {"name", "source", "arch"}) {
+        const std::string condition = "<Package " + std::string(attribute) + "=\"[a\"/>";
+        EXPECT_TRUE(scan(signature(condition)).has("signature-invalid")) << attribute;
+    }
+}
+
+TEST_F(PackageCheckTest, APackageWithoutVersionHasNoneInItsUrl) {
+    file("/var/lib/dpkg/status", "Package: p\nStatus: purge ok not-installed\nArchitecture: all\n\n");
+    EXPECT_EQ("pkg:deb/debian/p?arch=all", show("<Package name=\"p\" state=\"any\" as=\"p\"/>", "${p.purl}"));
+}
+
 TEST_F(PackageCheckTest, LooksAtTheState) {
     EXPECT_EQ("no", truth("<Package name=\"gone\"/>"));
     EXPECT_EQ("yes", truth("<Package name=\"gone\" state=\"any\"/>"));
@@ -91,8 +109,8 @@ TEST_F(PackageCheckTest, FindsPackagesOfLanguages) {
 
 TEST_F(PackageCheckTest, RefusesWhatMakesNoSense) {
     for (const char* condition :
-         {"<Package/>", "<Package name=\"a\" manager=\"yum\"/>", "<Package name=\"a\" state=\"x\"/>",
-          "<Package name=\"a\" nameMatch=\"b\"/>"}) {
+         {"<Package manager=\"\"/>", "<Package name=\"a\" manager=\"yum\"/>",
+          "<Package name=\"a\" state=\"x\"/>", "<Package name=\"a\" nameMatch=\"b\"/>"}) {
         EXPECT_EQ(0U, truth(condition).find("invalid: ")) << condition;
     }
 }

@@ -32,8 +32,8 @@ class PackageCheck : public Check {
     std::vector<std::string_view> managers_;
     std::optional<GlobTemplate> name_;
     std::optional<PatternTemplate> nameMatch_;
-    std::optional<Template> source_;
-    std::optional<Template> arch_;
+    std::optional<GlobTemplate> source_;
+    std::optional<GlobTemplate> arch_;
     Wanted state_ = Wanted::kPresent;
     std::optional<Slot> as_;
     Comparison comparison_;
@@ -43,18 +43,18 @@ PackageCheck::PackageCheck(ConditionReader& attributes) {
     readManagers(attributes);
     name_ = attributes.pathGlob("name", true);
     nameMatch_ = attributes.pattern("nameMatch", true);
-    source_ = attributes.text("source");
-    arch_ = attributes.text("arch");
+    source_ = attributes.pathGlob("source", true);
+    arch_ = attributes.pathGlob("arch", true);
     state_ = static_cast<Wanted>(attributes.choice("state", {"present", "installed", "any"}).value_or(0));
     as_ = attributes.binds("as", Kind::kPackage);
     comparison_ = attributes.comparison();
     if (name_ && nameMatch_) attributes.report("'name' and 'nameMatch' exclude each other; keep one");
-    if (!name_ && !nameMatch_ && !source_)
-        attributes.reportLack("it selects nothing; add 'name', 'nameMatch' or 'source'");
 }
 
 void PackageCheck::readManagers(ConditionReader& attributes) {
     std::string_view list = attributes.raw("manager").value_or("any");
+    if (list.find_first_not_of(", ") == list.npos)
+        attributes.report("'manager' is empty; name one or remove it");
     const auto& known = Packages::managers();
     while (!list.empty()) {
         const std::size_t end = list.find_first_of(", ");
@@ -83,8 +83,9 @@ bool PackageCheck::isWantedState(PackageState state) const {
     return state_ == Wanted::kInstalled ? state == PackageState::Installed : filesArePresent(state);
 }
 
-Answer acceptGlob(const Template& glob, const std::string& text, const Row& row, const Context& context) {
-    const Text expanded = expand(glob, row, context, quoteGlob);
+Answer acceptGlob(const GlobTemplate& glob, const std::string& text, const Row& row, const Context& context) {
+    if (glob.fixed) return Answer::of(glob.fixed->matches(text));
+    const Text expanded = expand(glob.text, row, context, quoteGlob);
     if (!expanded.isSet()) return Answer::missing(expanded);
     std::string error;
     const auto parsed = Glob::parsePath(expanded.text, &error);

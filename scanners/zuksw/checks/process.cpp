@@ -17,9 +17,6 @@ class Process : public Check {
         exe_ = attributes.object("exe", Kind::kFile);
         arguments_ = attributes.pattern("argsMatch");
         as_ = attributes.binds("as", Kind::kProcess);
-        if (!name_ && !path_ && !exe_ && !arguments_) {
-            attributes.reportLack("it selects nothing; add 'name', 'path', 'exe' or 'argsMatch'");
-        }
     }
 
     Cost cost() const override { return Cost::kFact; }

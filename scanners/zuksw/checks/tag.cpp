@@ -12,13 +12,11 @@ namespace {
 class Tag : public Check {
   public:
     explicit Tag(ConditionReader& attributes) {
-        name_ = attributes.text("name");
+        name_ = attributes.pathGlob("name", true);
         tagId_ = attributes.text("tagId");
         regid_ = attributes.text("regid");
         as_ = attributes.binds("as", Kind::kTag);
         comparison_ = attributes.comparison();
-        if (!name_ && !tagId_ && !regid_)
-            attributes.reportLack("it selects nothing; add 'name', 'tagId' or 'regid'");
     }
 
     Cost cost() const override { return Cost::kCandidates; }
@@ -62,14 +60,15 @@ class Tag : public Check {
     }
 
     Answer acceptName(const std::string& text, const Row& row, const Context& context) const {
-        const Text expanded = expand(*name_, row, context, quoteGlob);
+        if (name_->fixed) return Answer::of(name_->fixed->matches(text));
+        const Text expanded = expand(name_->text, row, context, quoteGlob);
         if (!expanded.isSet()) return Answer::missing(expanded);
         std::string error;
         const auto glob = Glob::parsePath(expanded.text, &error);
         return Answer::of(glob && glob->matches(text));
     }
 
-    std::optional<Template> name_;
+    std::optional<GlobTemplate> name_;
     std::optional<Template> tagId_;
     std::optional<Template> regid_;
     std::optional<Slot> as_;

@@ -84,7 +84,8 @@ std::string PackageObject::purl(Machine& machine) const {
     const bool rpm = package_.manager == "rpm";
     std::string version = package_.version;
     if (rpm && !package_.epoch.empty()) version.erase(0, version.find(':') + 1);
-    url += percentEncode(name) + '@' + percentEncode(version);
+    url += percentEncode(name);
+    if (!version.empty()) url += '@' + percentEncode(version);
     char separator = '?';
     const auto qualify = [&](const char* key, const std::string& value) {
         if (value.empty()) return;
