@@ -292,6 +292,17 @@ TEST_F(SignatureTest, LimitsRowsResultsAndEvents) {
     EXPECT_TRUE(scan("<A/><B/><C/>", {{"limits/MaxEvents", "1"}}).has("more-events"));
 }
 
+// A prefix declared there would be unknown to whoever reads the result.
+TEST_F(SignatureTest, MetadataKeepsItsAttributes) {
+    const auto output = [this](const std::string& metadata) {
+        return scan(named("a", kTrue, metadata)).output;
+    };
+    EXPECT_NE(std::string::npos, output("<Metadata xmlns:c=\"urn:c\"><c:a/></Metadata>")
+                                     .find("<Metadata xmlns:c=\"urn:c\"><c:a/></Metadata>"));
+    EXPECT_NE(std::string::npos, output("<Metadata a=\"$$\"/>").find("<Metadata a=\"$\"></Metadata>"));
+    EXPECT_EQ(std::string::npos, output("<Metadata/>").find("Metadata"));
+}
+
 TEST_F(SignatureTest, MetadataIsNamedInAscii) {
     const auto metadata = [](const std::string& xml) {
         return "<Signature guid=\"g\" name=\"n\"><Detect>" + std::string(kTrue) +

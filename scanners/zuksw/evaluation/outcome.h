@@ -19,7 +19,7 @@ class ResultObject : public Object {
     std::string guid;
     std::string signatureName;
     std::vector<std::pair<std::string, std::string>> variables;  // in order of Report
-    std::string metadata;                                        // XML inside <Metadata>
+    std::string metadata;                                        // the element, or nothing
 };
 
 /** What became of a signature. */

@@ -67,9 +67,10 @@ std::string metadataXml(const Signature& signature, const Draft& draft, const Co
         append(text, &xml);
     }
     if (context.machine.configuration.output.evidence && !draft.evidence.empty()) {
+        if (xml.empty()) xml = "<Metadata>";
         xml += "<Evidence>" + draft.evidence + "</Evidence>";
     }
-    return xml;
+    return xml.empty() ? xml : xml + "</Metadata>";
 }
 
 // Leaves one draft for each result: of those with the same place the preferred, else the first in order.

@@ -12,6 +12,19 @@ class Reader {
   public:
     explicit Reader(Scope* scope) : scope_(scope) {}
 
+    // The element without its end.
+    void open(const Element& element) {
+        beginTag(element);
+        xml_ += '>';
+        readChildren(element);
+    }
+
+    std::vector<MetadataPiece> take() {
+        flush();
+        return std::move(pieces_);
+    }
+
+  private:
     void readChildren(const Element& element) {
         for (const Element* child : element.children) {
             if (child->name.empty()) {
@@ -22,12 +35,6 @@ class Reader {
         }
     }
 
-    std::vector<MetadataPiece> take() {
-        flush();
-        return std::move(pieces_);
-    }
-
-  private:
     // What is written is ASCII, and a name cannot be spelt otherwise.
     void checkName(std::string_view name, std::size_t offset) {
         const bool ascii = std::all_of(name.begin(), name.end(), [](char c) { return (c & 0x80) == 0; });
@@ -35,7 +42,7 @@ class Reader {
             scope_->report(offset, "a name inside <Metadata> has letters beyond ASCII; use plain ones");
     }
 
-    void readElement(const Element& element) {
+    void beginTag(const Element& element) {
         checkName(element.name, element.offset);
         xml_ += '<';
         appendXmlText(element.name, &xml_);
@@ -47,12 +54,15 @@ class Reader {
             addTemplate(attribute.value, MetadataPiece::Type::kAttribute, element.offset);
             xml_ += '"';
         }
+    }
+
+    void readElement(const Element& element) {
         if (element.children.empty()) {
+            beginTag(element);
             xml_ += "/>";
             return;
         }
-        xml_ += '>';
-        readChildren(element);
+        open(element);
         xml_ += "</";
         appendXmlText(element.name, &xml_);
         xml_ += '>';
@@ -82,8 +92,9 @@ class Reader {
 }  // namespace
 
 std::vector<MetadataPiece> readMetadata(const Element& metadata, Scope* scope) {
+    if (metadata.attributes.empty() && metadata.children.empty()) return {};
     Reader reader(scope);
-    reader.readChildren(metadata);
+    reader.open(metadata);
     return reader.take();
 }
 

@@ -7,7 +7,7 @@
 
 namespace zuksw {
 
-/** Takes what stands inside <Metadata> apart into XML and templates. */
+/** Takes <Metadata> apart into XML and templates, without its end tag; nothing for an empty one. */
 std::vector<MetadataPiece> readMetadata(const Element& metadata, Scope* scope);
 
 }  // namespace zuksw

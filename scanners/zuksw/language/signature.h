@@ -43,7 +43,7 @@ struct Signature {
     std::vector<Input> inputs;
     std::unique_ptr<All> detect;
     std::vector<ReportVariable> variables;
-    std::vector<MetadataPiece> metadata;  // what stands inside <Metadata>
+    std::vector<MetadataPiece> metadata;  // <Metadata> without its end tag, or nothing
     std::vector<GuidReference> references;
     bool valid = true;
 };

@@ -19,7 +19,7 @@ void appendResult(const ResultObject& result, std::string* xml) {
         appendAttribute("value", value, xml);
         *xml += "/>\n";
     }
-    if (!result.metadata.empty()) *xml += "    <Metadata>" + result.metadata + "</Metadata>\n";
+    if (!result.metadata.empty()) *xml += "    " + result.metadata + '\n';
     *xml += "  </MatchedSignature>\n";
 }
 
