@@ -332,4 +332,11 @@ TEST_F(SignatureTest, ConfigurationMistakesAreEvents) {
     EXPECT_EQ(0, scan("", {{"content/MaxFileSize", "3K"}}).status);
 }
 
+TEST_F(SignatureTest, AnUnknownPlugInIsToldWithoutAttributesToo) {
+    const std::string configuration =
+        work_.file("bare.xml", "<XSE><Plugins><Plugin name=\"limit\" version=\"1.0\"/></Plugins></XSE>");
+    EXPECT_EQ("unknown plug-in 'limit'; did you mean 'limits'?",
+              run(configuration, signatureFile("")).textOf("config-unknown"));
+}
+
 }  // namespace

@@ -1,5 +1,6 @@
 #include "scanners/zuksw/setup/configuration.h"
 
+#include <algorithm>
 #include <utility>
 
 #include "scanners/zuksw/language/line_index.h"
@@ -43,6 +44,7 @@ class Reader : public XmlSink {
     void readPlugin(const Element& element);
     void readAttribute(const std::string& plugin, const Element& element);
     void unknown(const Element& element, std::string_view remedy = "it is ignored");
+    void unknownPlugin(const std::string& plugin);
     void unknownSetting(const std::string& plugin, const std::string& attribute);
 
     Configuration* configuration_;
@@ -92,6 +94,10 @@ void Reader::readPlugin(const Element& element) {
         events_->add(EventCode::kConfigUnknown, {},
                      "plug-in '" + name + "' has version '" + version + "'; it is read as 1.0");
     }
+    const auto& known = settings();
+    const bool isKnown = std::any_of(known.begin(), known.end(),
+                                     [&](const Setting& setting) { return name == setting.plugin; });
+    if (!isKnown) return unknownPlugin(name);
     for (const Element* child : element.children) {
         if (child->name == "Attribute") {
             readAttribute(name, *child);
@@ -101,18 +107,21 @@ void Reader::readPlugin(const Element& element) {
     }
 }
 
-void Reader::unknownSetting(const std::string& plugin, const std::string& attribute) {
+void Reader::unknownPlugin(const std::string& plugin) {
     std::vector<std::string_view> plugins;
+    for (const Setting& setting : settings()) plugins.emplace_back(setting.plugin);
+    events_->add(EventCode::kConfigUnknown, {},
+                 "unknown plug-in '" + plugin + "'; " + suggest(plugin, plugins));
+}
+
+void Reader::unknownSetting(const std::string& plugin, const std::string& attribute) {
     std::vector<std::string_view> attributes;
     for (const Setting& setting : settings()) {
-        plugins.emplace_back(setting.plugin);
         if (plugin == setting.plugin) attributes.emplace_back(setting.attribute);
     }
-    const std::string text = attributes.empty()
-                                 ? "unknown plug-in '" + plugin + "'; " + suggest(plugin, plugins)
-                                 : "plug-in '" + plugin + "' has no attribute '" + attribute + "'; " +
-                                       suggest(attribute, attributes);
-    events_->add(EventCode::kConfigUnknown, {}, text);
+    events_->add(
+        EventCode::kConfigUnknown, {},
+        "plug-in '" + plugin + "' has no attribute '" + attribute + "'; " + suggest(attribute, attributes));
 }
 
 void Reader::readAttribute(const std::string& plugin, const Element& element) {
