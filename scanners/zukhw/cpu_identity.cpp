@@ -24,16 +24,17 @@ Midr splitMidr(std::uint64_t value) {
     return {bits(24, 0xFF), bits(20, 0xF), bits(4, 0xFFF), bits(0, 0xF)};
 }
 
-std::optional<Midr> readMidr(Machine& machine, unsigned cpu) {
-    const CpuInfo& info = machine.shared<CpuInfo>();
+std::optional<Midr> midrOfBlock(const CpuInfo& info, unsigned cpu) {
     const auto implementer = parseHex(info.value(cpu, {"CPU implementer"}));
     const auto part = parseHex(info.value(cpu, {"CPU part"}));
-    if (implementer && part && *implementer <= 0xFF && *part <= 0xFFF) {
-        const auto variant = parseHex(info.value(cpu, {"CPU variant"}));
-        const auto revision = parseDecimal(info.value(cpu, {"CPU revision"}));
-        return Midr{static_cast<unsigned>(*implementer), static_cast<unsigned>(variant.value_or(0)),
-                    static_cast<unsigned>(*part), static_cast<unsigned>(revision.value_or(0))};
-    }
+    if (!implementer || !part || *implementer > 0xFF || *part > 0xFFF) return std::nullopt;
+    const auto variant = parseHex(info.value(cpu, {"CPU variant"}));
+    const auto revision = parseDecimal(info.value(cpu, {"CPU revision"}));
+    return Midr{static_cast<unsigned>(*implementer), static_cast<unsigned>(variant.value_or(0)),
+                static_cast<unsigned>(*part), static_cast<unsigned>(revision.value_or(0))};
+}
+
+std::optional<Midr> midrOfRegister(Machine& machine, unsigned cpu) {
     const auto value = machine.hexNumber("sys/devices/system/cpu/cpu" + std::to_string(cpu) +
                                          "/regs/identification/midr_el1");
     return value ? std::optional(splitMidr(*value)) : std::nullopt;
@@ -47,10 +48,10 @@ std::string armModel(const Midr& midr) {
     return text.data();
 }
 
-CpuIdentity identifyArm(const Midr& midr) {
+CpuIdentity identifyArm(const Midr& midr, std::string model) {
     CpuIdentity identity;
     identity.manufacturer = armImplementerName(midr.implementer);
-    identity.model = armModel(midr);
+    identity.model = std::move(model);
     identity.stepping = 'r' + std::to_string(midr.variant) + 'p' + std::to_string(midr.revision);
     return identity;
 }
@@ -67,10 +68,13 @@ std::string machineNumber(std::string_view text) {
 CpuIdentity identifyCpu(Machine& machine, unsigned cpu) {
     const CpuInfo& info = machine.shared<CpuInfo>();
     const std::string_view vendor = info.value(cpu, {"vendor_id", "vendor"});
-    std::string_view model = info.value(cpu, {"model name", "Model Name", "cpu model", "cpu", "uarch"});
-    // ARM kernels name the instruction set there ("ARMv7 Processor rev 4"); the register names the core.
-    if (vendor.empty() && (model.empty() || startsWith(model, "ARMv"))) {
-        if (const auto midr = readMidr(machine, cpu)) return identifyArm(*midr);
+    const std::string_view model = info.value(cpu, {"model name", "Model Name", "cpu model", "cpu", "uarch"});
+    if (vendor.empty()) {
+        // ARM kernels name the instruction set there ("ARMv7 Processor rev 4"), some the core.
+        const bool namesCore = !model.empty() && !startsWith(model, "ARMv");
+        auto midr = midrOfBlock(info, cpu);
+        if (!midr && !namesCore) midr = midrOfRegister(machine, cpu);
+        if (midr) return identifyArm(*midr, namesCore ? std::string(model) : armModel(*midr));
     }
     CpuIdentity identity;
     identity.manufacturer =

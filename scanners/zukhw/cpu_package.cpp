@@ -12,10 +12,14 @@ using Number = std::optional<std::uint64_t>;
 // cores of a module of AMD's family 15h to one, with numbers of their own.
 using CoreKey = std::tuple<Number, Number, Number, std::optional<unsigned>>;
 
+// Its number, drawer and book, and its first CPU.
+using PackageKey = std::tuple<Number, Number, Number, std::optional<unsigned>>;
+
 std::map<CoreKey, std::vector<const LogicalCpu*>> coresOf(const std::vector<const LogicalCpu*>& cpus) {
     std::map<CoreKey, std::vector<const LogicalCpu*>> cores;
     for (const LogicalCpu* cpu : cpus) {
-        if (cpu->core) cores[{cpu->die, cpu->cluster, cpu->core, cpu->firstThread}].push_back(cpu);
+        const bool isPlaced = cpu->core || cpu->firstThread;
+        if (isPlaced) cores[{cpu->die, cpu->cluster, cpu->core, cpu->firstThread}].push_back(cpu);
     }
     return cores;
 }
@@ -88,17 +92,17 @@ std::set<std::uint64_t> CpuPackage::numaNodes() const {
 }
 
 std::vector<CpuPackage> findCpuPackages(const CpuTopology& topology) {
-    std::map<Number, CpuPackage> packages;
+    std::map<PackageKey, CpuPackage> packages;
     for (const LogicalCpu& cpu : topology.cpus()) {
-        CpuPackage& package = packages[cpu.package];
+        CpuPackage& package = packages[{cpu.package, cpu.drawer, cpu.book, cpu.firstOfPackage}];
         package.id = cpu.package;
         package.topology = &topology;
         package.cpus.push_back(&cpu);
     }
-    // Where others have a number, a CPU without one is offline, and its place unknown.
-    if (packages.size() > 1) packages.erase(std::nullopt);
+    // Where others have a place, a CPU without one is offline, and its package unknown.
+    if (packages.size() > 1) packages.erase(PackageKey());
     std::vector<CpuPackage> found;
     found.reserve(packages.size());
-    for (auto& [id, package] : packages) found.push_back(std::move(package));
+    for (auto& [key, package] : packages) found.push_back(std::move(package));
     return found;
 }

@@ -17,7 +17,7 @@ struct CpuPackage {
     // The index of its first CPU that is online, else of its first.
     unsigned first() const;
     std::size_t onlineCpus() const;
-    // No value when the kernel does not number cores.
+    // No value when the kernel neither numbers cores nor tells which threads share one.
     std::optional<std::size_t> cores() const;
     // No value when all cores are of one kind.
     std::optional<std::size_t> coresOfType(CoreType type) const;
@@ -30,6 +30,6 @@ struct CpuPackage {
     std::set<std::uint64_t> numaNodes() const;
 };
 
-// The packages in ascending order of their numbers. All CPUs are one package where they have no numbers.
+// The packages in ascending order of their numbers. All CPUs are one package where nothing tells them apart.
 // The topology must outlive them.
 std::vector<CpuPackage> findCpuPackages(const CpuTopology& topology);

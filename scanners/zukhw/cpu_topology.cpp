@@ -58,6 +58,10 @@ std::optional<std::size_t> placeOf(unsigned cpu, const std::optional<std::vector
     return static_cast<std::size_t>(found - siblings->begin());
 }
 
+std::optional<std::uint64_t> unlessNegative(std::optional<std::int64_t> number) {
+    return number && *number >= 0 ? std::optional(static_cast<std::uint64_t>(*number)) : std::nullopt;
+}
+
 std::optional<CpuCache::Type> cacheType(const std::string& text) {
     if (text == "Data") return CpuCache::Type::Data;
     if (text == "Instruction") return CpuCache::Type::Instruction;
@@ -102,28 +106,36 @@ void CpuTopology::readCpu(Machine& machine, LogicalCpu* cpu) {
     const std::string path = pathOf(cpu->index);
     const std::string topology = path + "topology/";
     cpu->online = machine.text(path + "online") != "0";  // CPUs that cannot be taken offline lack the file
-    // The kernel writes -1, no number here, for what the platform does not tell. It removes all of this from
-    // a CPU that goes offline.
-    cpu->package = machine.number(topology + "physical_package_id");
-    cpu->core = machine.number(topology + "core_id");
-    if (cpu->core) {
-        cpu->die = machine.number(topology + "die_id");
-        cpu->cluster = machine.number(topology + "cluster_id");
-        if (cpu->cluster == kNoCluster) cpu->cluster.reset();
-        const auto siblings =
-            readCpuSet(machine, topology + "thread_siblings_list", topology + "thread_siblings");
-        cpu->threadIndex = placeOf(cpu->index, siblings);
-        if (cpu->threadIndex) cpu->firstThread = siblings->front();
-    }
-    const bool hasDrawers = cpus_.front().drawer || cpus_.size() == 1;
-    if (hasDrawers) {
+    // The kernel writes -1 for what the platform does not tell. It removes all of this from a CPU that goes
+    // offline.
+    const auto package = machine.signedNumber(topology + "physical_package_id");
+    const auto core = machine.signedNumber(topology + "core_id");
+    cpu->package = unlessNegative(package);
+    cpu->core = unlessNegative(core);
+    if (package || core) readPlace(machine, topology, cpu);
+    cpu->maxKHz = machine.number(path + "cpufreq/cpuinfo_max_freq");
+    if (!cpu->maxKHz && !machine.exists(path + "cpufreq")) return;
+    cpu->minKHz = machine.number(path + "cpufreq/cpuinfo_min_freq");
+    cpu->baseKHz = machine.number(path + "cpufreq/base_frequency");
+}
+
+void CpuTopology::readPlace(Machine& machine, const std::string& topology, LogicalCpu* cpu) {
+    cpu->die = machine.number(topology + "die_id");
+    cpu->cluster = machine.number(topology + "cluster_id");
+    if (cpu->cluster == kNoCluster) cpu->cluster.reset();
+    const auto threads = readCpuSet(machine, topology + "thread_siblings_list", topology + "thread_siblings");
+    cpu->threadIndex = placeOf(cpu->index, threads);
+    if (cpu->threadIndex) cpu->firstThread = threads->front();
+    const LogicalCpu& first = cpus_.front();
+    if (cpu == &first || first.drawer || first.book) {
         cpu->drawer = machine.number(topology + "drawer_id");
         cpu->book = machine.number(topology + "book_id");
     }
-    cpu->maxKHz = machine.number(path + "cpufreq/cpuinfo_max_freq");
-    if (!cpu->maxKHz) return;
-    cpu->minKHz = machine.number(path + "cpufreq/cpuinfo_min_freq");
-    cpu->baseKHz = machine.number(path + "cpufreq/base_frequency");
+    // Packages without a number, and those of s390, whose numbers repeat from book to book, are told apart by
+    // the CPUs that they hold.
+    if (cpu->package && !cpu->book) return;
+    const auto siblings = readCpuSet(machine, topology + "core_siblings_list", topology + "core_siblings");
+    if (placeOf(cpu->index, siblings)) cpu->firstOfPackage = siblings->front();
 }
 
 void CpuTopology::readCaches(Machine& machine, LogicalCpu* cpu) {
@@ -170,7 +182,7 @@ void CpuTopology::readNodes(Machine& machine) {
     for (LogicalCpu& cpu : cpus_) {
         const auto node = nodeOf.find(cpu.index);
         if (node != nodeOf.end()) cpu.numaNode = node->second;
-        if (cpu.numaNode || cpu.online) continue;
+        if (cpu.numaNode) continue;
         // The nodes list online CPUs only; an offline one keeps its link to the node.
         for (const std::string& name : machine.list(pathOf(cpu.index))) {
             if (const auto linked = numberAfter(name, "node")) cpu.numaNode = *linked;

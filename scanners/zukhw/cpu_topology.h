@@ -26,6 +26,7 @@ struct LogicalCpu {
     std::optional<std::uint64_t> drawer, book;  // s390
     std::optional<std::size_t> threadIndex;     // place among the threads of its core, from 0
     std::optional<unsigned> firstThread;        // the first of these threads
+    std::optional<unsigned> firstOfPackage;     // the first CPU of its package, where numbers do not tell it
     std::optional<std::uint64_t> numaNode;
     std::vector<std::size_t> caches;              // places in CpuTopology::caches()
     std::optional<std::uint64_t> minKHz, maxKHz;  // of its frequency policy
@@ -56,6 +57,7 @@ class CpuTopology {
 
   private:
     void readCpu(Machine& machine, LogicalCpu* cpu);
+    void readPlace(Machine& machine, const std::string& topology, LogicalCpu* cpu);
     void readCaches(Machine& machine, LogicalCpu* cpu);
     std::optional<std::size_t> readCache(Machine& machine, const std::string& path, unsigned cpu);
     void readNodes(Machine& machine);

@@ -224,10 +224,18 @@ TEST_F(LscpuCaptures, HaveTheSameCoresSocketsAndNodes) {
         }
         for (const auto& [socket, numbers] : sockets) EXPECT_EQ(1U, numbers.size()) << socket;
         for (const auto& [core, numbers] : cores) EXPECT_EQ(1U, numbers.size()) << core;
-        std::size_t counted = 0;
-        for (const Fields& socket : capture.sockets)
-            counted += parseDecimal(valueOf(socket, "Cores")).value_or(0);
-        EXPECT_EQ(cores.size(), counted);
+    });
+}
+
+// With cores of several kinds the tool counts the sockets that hold each, and it takes the two cores of a
+// module of AMD's family 15h for threads.
+TEST_F(LscpuCaptures, HaveAsManySocketsCoresAndThreads) {
+    forEach([](const LscpuCapture& capture) {
+        const bool hasModules = capture.told("CPU family") == Texts{"21"};
+        if (hasModules || capture.told("Model name").size() > 1) return;
+        EXPECT_EQ(capture.told("Socket(s)"), Texts{std::to_string(capture.sockets.size())});
+        EXPECT_EQ(capture.told("Core(s) per socket"), valuesOf(capture.sockets, "Cores"));
+        EXPECT_EQ(capture.told("Thread(s) per core"), valuesOf(capture.sockets, "ThreadsPerCore"));
     });
 }
 

@@ -42,6 +42,35 @@ TEST(Processor, KeepsAnOfflineCpuWithWhatIsKnownOfIt) {
     EXPECT_EQ((Fields{{"Index", "1"}, {"Online", "false"}, {"NumaNode", "1"}}), cpus[1]);
 }
 
+TEST(Processor, TakesTheNodeFromItsLinkWhereNoNodeListsIt) {
+    TestMachine machine(present("0") + placed(0, 0, 0, "0") +
+                        "sys/devices/system/cpu/cpu0/node3 -> ../../node/node3\n");
+    EXPECT_EQ("3", collectOne(machine, "Processor").at("NumaNode"));
+}
+
+TEST(Processor, TellsTheBookOfEveryCpuWithoutDrawers) {
+    TestMachine machine(present("0-1") + placed(0, 1, 0, "0") + placed(1, 1, 1, "1") +
+                        cpuFile(0, "topology/book_id", "1") + cpuFile(1, "topology/book_id", "2"));
+    const std::vector<Fields> cpus = collectInstances(*machine, "Processor");
+    EXPECT_EQ("1", cpus[0].at("BookId"));
+    EXPECT_EQ("2", cpus[1].at("BookId"));
+}
+
+TEST(Processor, TellsTheThreadsPlaceWhereCoresHaveNoNumbers) {
+    TestMachine machine(present("0-1") + cpuFile(0, "topology/core_id", "-1") +
+                        cpuFile(0, "topology/thread_siblings_list", "0-1") +
+                        cpuFile(1, "topology/core_id", "-1") +
+                        cpuFile(1, "topology/thread_siblings_list", "0-1"));
+    const std::vector<Fields> cpus = collectInstances(*machine, "Processor");
+    EXPECT_EQ(0U, cpus[1].count("CoreId"));
+    EXPECT_EQ("1", cpus[1].at("ThreadIndex"));
+}
+
+TEST(Processor, TellsTheBaseFrequencyWithoutAHighest) {
+    TestMachine machine(present("0") + cpuFile(0, "cpufreq/base_frequency", "1900000"));
+    EXPECT_EQ("1900", collectOne(machine, "Processor").at("BaseMHz"));
+}
+
 TEST(Processor, LeavesOutPlacesThatThePlatformDoesNotTell) {
     TestMachine machine(present("0") + cpuFile(0, "topology/physical_package_id", "-1") +
                         cpuFile(0, "topology/core_id", "0") + cpuFile(0, "topology/cluster_id", "65535"));
@@ -147,6 +176,10 @@ TEST(Processor, IsIdentifiedOnEveryArchitecture) {
          "implementer : 0x41\n"
          "\tCPU variant : 0x0\n\tCPU part : 0xc0f\n\tCPU revision : 4\n",
          {{"Manufacturer", "ARM"}, {"Model", "Cortex-A15"}, {"Stepping", "r0p4"}, {"BogoMips", "1.5"}}},
+        {"arm, a kernel that names the core",
+         "\tprocessor : 0\n\tmodel name : PJ4Bv7 Processor rev 2 (v7l)\n\tCPU implementer : 0x56\n"
+         "\tCPU variant : 0x2\n\tCPU part : 0x584\n\tCPU revision : 2\n",
+         {{"Manufacturer", "Marvell"}, {"Model", "PJ4Bv7 Processor rev 2 (v7l)"}, {"Stepping", "r2p2"}}},
         {"s390",
          "\tvendor_id : IBM/S390\n\tbogomips per cpu: 3033.00\n"
          "\tprocessor 0: version = FF,  identification = 0133E8,  machine = 2964\n",

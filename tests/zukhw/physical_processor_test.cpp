@@ -58,6 +58,40 @@ TEST(PhysicalProcessor, DoesNotGuessWhichRecordIsWhichPackage) {
     EXPECT_EQ(empty, sockets[2]);
 }
 
+std::string topologyFile(unsigned index, const std::string& file, const std::string& value) {
+    return "sys/devices/system/cpu/cpu" + std::to_string(index) + "/topology/" + file + ": " + value + "\n";
+}
+
+// As in partitions of POWER machines: four CPUs without numbers of packages.
+TEST(PhysicalProcessor, TellsPackagesWithoutNumbersApartByTheirCpus) {
+    std::string tree = "sys/devices/system/cpu/present: 0-3\n";
+    for (unsigned index = 0; index < 4; ++index) {
+        const std::string both = index < 2 ? "0-1" : "2-3";
+        tree += topologyFile(index, "physical_package_id", "-1") + topologyFile(index, "core_id", "-1") +
+                topologyFile(index, "core_siblings_list", both) +
+                topologyFile(index, "thread_siblings_list", both);
+    }
+    TestMachine machine(tree);
+    const std::vector<Fields> sockets = collectInstances(*machine, kGroup);
+    ASSERT_EQ(2U, sockets.size());
+    EXPECT_EQ((Fields{{"Populated", "true"},
+                      {"Cores", "1"},
+                      {"Threads", "2"},
+                      {"OnlineThreads", "2"},
+                      {"ThreadsPerCore", "2"}}),
+              sockets[1]);
+}
+
+// The numbers are those within a book.
+TEST(PhysicalProcessor, TellsPackagesOfTheSameNumberApartByTheirBooks) {
+    TestMachine machine("sys/devices/system/cpu/present: 0-1\n" + cpu(0, 1, 0) + cpu(1, 1, 0) +
+                        topologyFile(0, "book_id", "0") + topologyFile(1, "book_id", "1"));
+    const std::vector<Fields> sockets = collectInstances(*machine, kGroup);
+    ASSERT_EQ(2U, sockets.size());
+    EXPECT_EQ("1", sockets[0].at("SocketId"));
+    EXPECT_EQ("1", sockets[1].at("SocketId"));
+}
+
 TEST(PhysicalProcessor, NamesTheFirstAndTheLastSocketOfTheStandard) {
     EXPECT_EQ("Other", processorSocketName(0x01));
     EXPECT_EQ("Socket LGA7529", processorSocketName(0x50));
