@@ -4,17 +4,11 @@
 
 #include "scanners/zukhw/text.h"
 #include "tests/support/files.h"
+#include "tests/support/sanitized.h"
 #include "tests/support/shell.h"
 #include "tests/support/temporary_folder.h"
 
 namespace {
-
-// Sanitizers look at their process, and do not bear to be traced.
-#if defined(__SANITIZE_ADDRESS__) || defined(__SANITIZE_THREAD__)
-constexpr bool kSanitized = true;
-#else
-constexpr bool kSanitized = false;
-#endif
 
 // `28501 close(5</proc/stat>) = 0`
 std::optional<SystemCall> parseCall(std::string_view line) {
