@@ -158,8 +158,7 @@ TEST(EdidCaptures, AreReadAsTheirDecoderReadsThem) {
         expectTimingAndSize(text, &expected);
         const Fields monitor = monitorWith(name);
         for (const char* field : kFields) {
-            const auto found = monitor.find(field);
-            EXPECT_EQ(expected[field], found == monitor.end() ? "" : found->second) << name << ' ' << field;
+            EXPECT_EQ(expected[field], valueOf(monitor, field)) << name << ' ' << field;
         }
         const bool isValid = text.find("should be") == std::string::npos;
         EXPECT_EQ(isValid ? "true" : "false", monitor.at("ChecksumValid")) << name;
@@ -173,18 +172,15 @@ TEST(EdidCaptures, AreListedByMakerModelAndSerialNumber) {
         const std::vector<std::string_view> columns = split(line, '\t');
         ASSERT_EQ(6U, columns.size()) << line;
         const Fields monitor = monitorWith(std::string(columns[0]));
-        const auto valueOf = [&](const char* field) {
-            const auto found = monitor.find(field);
-            return found == monitor.end() ? "" : found->second;
-        };
-        EXPECT_EQ(columns[2], valueOf("Model")) << line;
+        EXPECT_EQ(columns[2], valueOf(monitor, "Model")) << line;
         // For letters that are not registered the list has the letters.
-        const std::string maker = valueOf("Manufacturer");
-        EXPECT_EQ(columns[1], maker.empty() ? valueOf("ManufacturerId") : maker) << line;
-        const std::string week = valueOf("ManufactureWeek");
-        EXPECT_EQ(columns[5], (week.empty() ? "0" : week) + '/' + valueOf("ManufactureYear")) << line;
+        const std::string maker = valueOf(monitor, "Manufacturer");
+        EXPECT_EQ(columns[1], maker.empty() ? valueOf(monitor, "ManufacturerId") : maker) << line;
+        const std::string week = valueOf(monitor, "ManufactureWeek");
+        EXPECT_EQ(columns[5], (week.empty() ? "0" : week) + '/' + valueOf(monitor, "ManufactureYear"))
+            << line;
         // A long serial number of the list is put together from two, of which the last is ours.
-        const std::string serial = valueOf("SerialNumber");
+        const std::string serial = valueOf(monitor, "SerialNumber");
         if (!serial.empty()) {
             EXPECT_TRUE(serial == columns[3] || serial == columns[4]) << line << ": " << serial;
         }

@@ -64,11 +64,6 @@ std::map<std::string, TreePackage> readTree(const std::string& text) {
     return packages;
 }
 
-std::string valueOf(const Fields& fields, const std::string& name) {
-    const auto found = fields.find(name);
-    return found == fields.end() ? "" : found->second;
-}
-
 TEST(HwlocCaptures, HaveThePackagesOfTheTree) {
     SKIP_WITHOUT_CAPTURES();
     for (const std::string& name : captureNames("hwloc")) {

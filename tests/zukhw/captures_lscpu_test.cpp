@@ -44,11 +44,6 @@ struct LscpuCapture {
     std::vector<Fields> sockets;
 };
 
-std::string valueOf(const Fields& fields, const char* name) {
-    const auto found = fields.find(name);
-    return found == fields.end() ? "" : found->second;
-}
-
 Texts valuesOf(const std::vector<Fields>& instances, const char* field) {
     Texts values;
     for (const Fields& instance : instances) values.insert(valueOf(instance, field));

@@ -17,11 +17,6 @@ Fields rawFields(FirmwareTable& table) {
     return collectInstances(table.machine, "SMBIOS").at(0);
 }
 
-std::string valueOf(const Fields& fields, const std::string& name) {
-    const auto found = fields.find(name);
-    return found == fields.end() ? "" : found->second;
-}
-
 // dmidecode's words for "not known", all of which are an absent field here.
 std::string known(const std::string& value) {
     static const std::set<std::string> kUnknown = {"Unknown", "Not Specified", "Not Provided",

@@ -20,11 +20,6 @@ std::vector<Values> valuesOf(const FirmwareTable& table, unsigned type) {
     return found;
 }
 
-std::string valueOf(const std::map<std::string, std::string>& values, const std::string& key) {
-    const auto found = values.find(key);
-    return found == values.end() ? "" : found->second;
-}
-
 // dmidecode's words for "not known", all of which are an absent field here.
 std::string known(const std::string& value) {
     for (const char* word : {"Unknown", "Not Specified", "None", "<OUT OF SPEC>", "No Module Installed"}) {

@@ -45,11 +45,6 @@ std::map<std::string, Fields> byDevice(Machine& machine, const char* group) {
     return found;
 }
 
-std::string valueOf(const Fields& fields, const char* name) {
-    const auto found = fields.find(name);
-    return found == fields.end() ? "" : found->second;
-}
-
 // "223.6G" is right for a size when it is so rounded.
 void expectSize(const std::string& told, const std::string& bytes) {
     const double unit = told.back() == 'G' ? 1024.0 * 1024 * 1024 : 1024.0 * 1024;

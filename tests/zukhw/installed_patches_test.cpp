@@ -1,10 +1,14 @@
 // The logs of package updates, and the group InstalledPatches.
+#include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
 #include "scanners/zukhw/update_logs.h"
 #include "tests/zukhw/test_machine.h"
 
 namespace {
+
+using testing::ElementsAre;
+using testing::FieldsAre;
 
 const std::string kApt =
     "\n"
@@ -18,16 +22,10 @@ const std::string kApt =
     "Upgrade: libc6:amd64 (2.36-10, 2.36-11)\n";
 
 TEST(AptHistory, TellsUpgradesWithTheirDateAndUser) {
-    const std::vector<PackageUpdate> updates = parseAptHistory(kApt);
-    ASSERT_EQ(3U, updates.size());
-    EXPECT_EQ("zlib1g", updates[1].name);
-    EXPECT_EQ("amd64", updates[1].architecture);
-    EXPECT_EQ("1:1.2", updates[1].fromVersion);
-    EXPECT_EQ("1:1.3", updates[1].toVersion);
-    EXPECT_EQ("2026-05-20", updates[1].date);
-    EXPECT_EQ("ada", updates[1].requester);
-    EXPECT_EQ("2.36-11", updates[2].toVersion);
-    EXPECT_EQ("", updates[2].requester);
+    EXPECT_THAT(parseAptHistory(kApt),
+                ElementsAre(FieldsAre("libc6", "amd64", "2.36-9", "2.36-10", "2026-05-20", "ada"),
+                            FieldsAre("zlib1g", "amd64", "1:1.2", "1:1.3", "2026-05-20", "ada"),
+                            FieldsAre("libc6", "amd64", "2.36-10", "2.36-11", "2026-05-21", "")));
 }
 
 TEST(AptHistory, IsReadWithoutHarmWhereverItIsCut) {
@@ -39,28 +37,19 @@ TEST(AptHistory, IsReadWithoutHarmWhereverItIsCut) {
 }
 
 TEST(DpkgLog, TellsUpgrades) {
-    const std::vector<PackageUpdate> updates = parseDpkgLog(
-        "2026-05-20 10:11:12 install new:amd64 <none> 1\n"
-        "2026-05-20 10:11:12 upgrade libc6:amd64 2.36-9 2.36-10\n"
-        "2026-05-20 10:11:12 status upgrade libc6:amd64 2.36-10\n");
-    ASSERT_EQ(1U, updates.size());
-    EXPECT_EQ("libc6", updates[0].name);
-    EXPECT_EQ("2.36-9", updates[0].fromVersion);
-    EXPECT_EQ("2.36-10", updates[0].toVersion);
+    EXPECT_THAT(parseDpkgLog("2026-05-20 10:11:12 install new:amd64 <none> 1\n"
+                             "2026-05-20 10:11:12 upgrade libc6:amd64 2.36-9 2.36-10\n"
+                             "2026-05-20 10:11:12 status upgrade libc6:amd64 2.36-10\n"),
+                ElementsAre(FieldsAre("libc6", "amd64", "2.36-9", "2.36-10", "2026-05-20", "")));
 }
 
 TEST(DnfLog, PutsTheOldVersionToTheNew) {
-    const std::vector<PackageUpdate> updates = parseDnfLog(
-        "2026-05-20T10:11:12+0000 SUBDEBUG Upgrade: python3-libs-3.9.7-1.fc34.x86_64\n"
-        "2026-05-20T10:11:13+0000 SUBDEBUG Installed: new-1-1.noarch\n"
-        "2026-05-20T10:11:14+0000 SUBDEBUG Upgraded: python3-libs-3.9.6-2.fc34.x86_64\n"
-        "2026-05-20T10:11:14+0000 SUBDEBUG Upgrade: nonsense\n");
-    ASSERT_EQ(1U, updates.size());
-    EXPECT_EQ("python3-libs", updates[0].name);
-    EXPECT_EQ("x86_64", updates[0].architecture);
-    EXPECT_EQ("3.9.6-2.fc34", updates[0].fromVersion);
-    EXPECT_EQ("3.9.7-1.fc34", updates[0].toVersion);
-    EXPECT_EQ("2026-05-20", updates[0].date);
+    EXPECT_THAT(
+        parseDnfLog("2026-05-20T10:11:12+0000 SUBDEBUG Upgrade: python3-libs-3.9.7-1.fc34.x86_64\n"
+                    "2026-05-20T10:11:13+0000 SUBDEBUG Installed: new-1-1.noarch\n"
+                    "2026-05-20T10:11:14+0000 SUBDEBUG Upgraded: python3-libs-3.9.6-2.fc34.x86_64\n"
+                    "2026-05-20T10:11:14+0000 SUBDEBUG Upgrade: nonsense\n"),
+        ElementsAre(FieldsAre("python3-libs", "x86_64", "3.9.6-2.fc34", "3.9.7-1.fc34", "2026-05-20", "")));
 }
 
 TEST(InstalledPatches, ComeByKind) {

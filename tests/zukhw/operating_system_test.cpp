@@ -67,8 +67,7 @@ TEST(OperatingSystem, TakesTheArchitectureOfACopyFromItsKernelsRelease) {
     for (const VersionCase& c : cases) {
         const Fields system = systemOf(std::string("proc/version: Linux version ") + c.release +
                                        " (buildd@host-amd64) (gcc) #1 SMP\nproc/sys/kernel/ostype: Linux\n");
-        const auto found = system.find("Architecture");
-        EXPECT_EQ(c.architecture, found == system.end() ? "" : found->second) << c.release;
+        EXPECT_EQ(c.architecture, valueOf(system, "Architecture")) << c.release;
     }
 }
 

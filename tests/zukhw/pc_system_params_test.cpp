@@ -12,9 +12,7 @@ constexpr char kGroup[] = "PCSystemParams";
 std::string valueOf(const std::string& tree, const std::string& field) {
     TestMachine machine(tree);
     const std::vector<Fields> all = collectInstances(*machine, kGroup);
-    if (all.empty()) return "";
-    const auto found = all[0].find(field);
-    return found == all[0].end() ? "" : found->second;
+    return all.empty() ? "" : ::valueOf(all[0], field);
 }
 
 TEST(PCSystemParams, WritesTheFirmwaresDateAsIsoDoes) {

@@ -35,8 +35,7 @@ TEST(SmbiosGroup, ReckonsTheSizeOfTheRom) {
     const auto romBytes = [](char blocks, const std::string& extended) {
         const Fields fields =
             fieldsOf(structure(0, 0, std::string(5, '\0') + blocks + std::string(14, '\0') + extended, {}));
-        const auto found = fields.find("BiosRomBytes");
-        return found == fields.end() ? "" : found->second;
+        return valueOf(fields, "BiosRomBytes");
     };
     EXPECT_EQ("65536", romBytes('\0', ""));
     EXPECT_EQ("16711680", romBytes('\xFE', ""));

@@ -16,6 +16,11 @@ Machine makeMachine(const std::string& root, std::string_view tree, const std::s
 
 }  // namespace
 
+std::string valueOf(const Fields& fields, const std::string& name) {
+    const auto found = fields.find(name);
+    return found == fields.end() ? "" : found->second;
+}
+
 TestMachine::TestMachine(std::string_view tree, const std::string& cpuidSignature)
     : machine_(makeMachine(folder_.path(), tree, cpuidSignature)) {}
 

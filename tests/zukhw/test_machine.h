@@ -26,6 +26,9 @@ class TestMachine {
 
 using Fields = std::map<std::string, std::string>;
 
+// The value of a field; empty when it is absent.
+std::string valueOf(const Fields& fields, const std::string& name);
+
 // What the group's collector writes: one map of fields to values for each instance.
 std::vector<Fields> collectInstances(Machine& machine, std::string_view group);
 // The same as XML, as it stands in the document.

@@ -1,6 +1,7 @@
 // Compressed and rotated logs of package managers, the logs of yum and zypp, and dnf's database.
 #include "scanners/zukhw/update_logs.h"
 
+#include <gmock/gmock.h>
 #include <gtest/gtest.h>
 #include <zlib.h>
 
@@ -14,6 +15,9 @@
 #include "tests/zukhw/test_machine.h"
 
 namespace {
+
+using testing::ElementsAre;
+using testing::FieldsAre;
 
 std::string gzipped(const std::string& text) {
     std::string bytes(text.size() + 1000, '\0');
@@ -92,33 +96,21 @@ TEST(InstalledPatches, CountACompressedLogThatIsCut) {
 }
 
 TEST(YumLog, HasNoDates) {
-    const std::vector<PackageUpdate> updates = parseYumLog(
-        "May 20 10:11:12 Updated: 32:bind-libs-9.9.4-72.el7.x86_64\n"
-        "May 20 10:11:13 Installed: new-1-1.noarch\n"
-        "May 20 10:11:13 Updated: nonsense\n");
-    ASSERT_EQ(1U, updates.size());
-    EXPECT_EQ("bind-libs", updates[0].name);
-    EXPECT_EQ("x86_64", updates[0].architecture);
-    EXPECT_EQ("32:9.9.4-72.el7", updates[0].toVersion);
-    EXPECT_EQ("", updates[0].date);
+    EXPECT_THAT(parseYumLog("May 20 10:11:12 Updated: 32:bind-libs-9.9.4-72.el7.x86_64\n"
+                            "May 20 10:11:13 Installed: new-1-1.noarch\n"
+                            "May 20 10:11:13 Updated: nonsense\n"),
+                ElementsAre(FieldsAre("bind-libs", "x86_64", "", "32:9.9.4-72.el7", "", "")));
 }
 
 TEST(ZyppHistory, TellsUpdatesOfWhatItSawInstalled) {
-    const std::vector<PackageUpdate> updates = parseZyppHistory(
-        "# a comment|install|x|1|noarch|\n"
-        "2026-05-01 10:11:12|install|bash|5.1-2|x86_64||repo|sum|\n"
-        "2026-05-20 10:11:12|install|bash|5.2-1|x86_64|ada@host|repo|sum|\n"
-        "2026-05-20 10:11:13|install|bash|5.2-1|i586|ada@host|repo|sum|\n"
-        "2026-05-21 10:11:12|remove |bash|5.2-1|x86_64|root@host|\n"
-        "2026-05-22 10:11:12|install|bash|5.3-1|x86_64|root@host|repo|sum|\n"
-        "2026-05-22 10:11:12|install\n");
-    ASSERT_EQ(1U, updates.size());
-    EXPECT_EQ("bash", updates[0].name);
-    EXPECT_EQ("x86_64", updates[0].architecture);
-    EXPECT_EQ("5.1-2", updates[0].fromVersion);
-    EXPECT_EQ("5.2-1", updates[0].toVersion);
-    EXPECT_EQ("2026-05-20", updates[0].date);
-    EXPECT_EQ("ada", updates[0].requester);
+    EXPECT_THAT(parseZyppHistory("# a comment|install|x|1|noarch|\n"
+                                 "2026-05-01 10:11:12|install|bash|5.1-2|x86_64||repo|sum|\n"
+                                 "2026-05-20 10:11:12|install|bash|5.2-1|x86_64|ada@host|repo|sum|\n"
+                                 "2026-05-20 10:11:13|install|bash|5.2-1|i586|ada@host|repo|sum|\n"
+                                 "2026-05-21 10:11:12|remove |bash|5.2-1|x86_64|root@host|\n"
+                                 "2026-05-22 10:11:12|install|bash|5.3-1|x86_64|root@host|repo|sum|\n"
+                                 "2026-05-22 10:11:12|install\n"),
+                ElementsAre(FieldsAre("bash", "x86_64", "5.1-2", "5.2-1", "2026-05-20", "ada")));
 }
 
 const std::string kDnfTables =

@@ -121,8 +121,7 @@ const Attribute kAttributes[] = {
 TEST(USBDevice, ReadsAttributes) {
     for (const Attribute& row : kAttributes) {
         const Fields fields = keyboard(kKeyboard + '/' + row.file + ": " + row.text + '\n');
-        const auto found = fields.find(row.field);
-        EXPECT_EQ(row.expected, found == fields.end() ? "" : found->second) << row.file << ' ' << row.text;
+        EXPECT_EQ(row.expected, valueOf(fields, row.field)) << row.file << ' ' << row.text;
     }
 }
 
