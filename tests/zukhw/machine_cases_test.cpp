@@ -1,5 +1,6 @@
-// Runs the built scanner on every machine of tests/machines: NAME.case says which tree to plant, or which
-// archive of tools/capture_machine to unpack, which groups to ask for and which document must come out.
+// Runs the built scanner on every machine of tests/machines: NAME.case says which tree to plant, with which
+// archive of more files in it, or which archive of tools/capture_machine to unpack, which groups to ask for
+// and which document must come out.
 #include <gtest/gtest.h>
 
 #include <algorithm>
@@ -44,18 +45,23 @@ std::string valueOf(const std::string& description, const char* key) {
     return std::string(findValue(description, key, ':').value_or(""));
 }
 
+void unpack(const std::string& archive, const std::string& folder) {
+    const ShellResult unpacked = shell("tar -xf " + quoted(kMachines + archive) + " -C " + quoted(folder));
+    if (unpacked.status != 0) throw std::runtime_error(unpacked.err);
+}
+
 // Makes the machine's files below the folder and gives their root.
 std::string makeMachine(const std::string& description, const std::string& folder) {
     const std::string archive = valueOf(description, "root");
     if (!archive.empty()) {
-        const ShellResult unpacked =
-            shell("tar -xf " + quoted(kMachines + archive) + " -C " + quoted(folder));
-        if (unpacked.status != 0) throw std::runtime_error(unpacked.err);
+        unpack(archive, folder);
         return folder + '/' + archive.substr(0, archive.find(".tar"));
     }
     const std::string root = folder + "/root";
     std::filesystem::create_directory(root);
     plantMachine(readFile(kMachines + valueOf(description, "tree")), root);
+    const std::string more = valueOf(description, "more-files");
+    if (!more.empty()) unpack(more, root);
     return root;
 }
 
