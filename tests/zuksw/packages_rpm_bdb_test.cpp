@@ -7,23 +7,16 @@
 #include "tests/support/temporary_folder.h"
 #include "tests/zuksw/judge.h"
 #include "tests/zuksw/rpm_bdb_builder.h"
+#include "tests/zuksw/rpm_reading.h"
 
 namespace {
 
-struct Reading {
-    std::vector<std::string> blobs;
-    std::string problem;
-};
-
-Reading read(const std::string& file) {
-    Reading reading;
-    reading.problem =
-        readRpmBdb(MemoryAccess(file), [&](std::string_view blob) { reading.blobs.emplace_back(blob); });
-    return reading;
+RpmReading read(const std::string& file) {
+    return readBlobs(readRpmBdb, MemoryAccess(file));
 }
 
 TEST(RpmBdb, ValuesInThePageAndInChains) {
-    const Reading reading =
+    const RpmReading reading =
         read(bdbMeta() + bdbHashPage("\1a value in the page") + bdbHashPage(bdbOffPage(3, 12)) +
              bdbOverflow(4, "begin ") + bdbOverflow(0, "middle"));
     EXPECT_EQ(reading.blobs, (std::vector<std::string>{"a value in the page", "begin middle"}));
@@ -31,7 +24,7 @@ TEST(RpmBdb, ValuesInThePageAndInChains) {
 }
 
 TEST(RpmBdb, TheCounterIsNoPackage) {
-    const Reading reading = read(bdbMeta() + bdbHashPage(std::string("\1\x82\0\0\0", 5)));
+    const RpmReading reading = read(bdbMeta() + bdbHashPage(std::string("\1\x82\0\0\0", 5)));
     EXPECT_TRUE(reading.blobs.empty());
     EXPECT_EQ(reading.problem, "");
 }
@@ -67,7 +60,7 @@ TEST(RpmBdb, DamageIsTold) {
          bdbMeta() + bdbHashPage(bdbOffPage(2, 0xFFFFFFFF)) + bdbOverflow(0, "x")},
     };
     for (const DamagedCase& c : cases) {
-        const Reading reading = read(c.file);
+        const RpmReading reading = read(c.file);
         EXPECT_NE(reading.problem, "") << c.what;
         EXPECT_TRUE(reading.blobs.empty()) << c.what;
     }

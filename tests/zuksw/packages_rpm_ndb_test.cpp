@@ -2,30 +2,23 @@
 
 #include "scanners/shared/packages/rpm_blobs.h"
 #include "tests/zuksw/rpm_ndb_builder.h"
+#include "tests/zuksw/rpm_reading.h"
 
 namespace {
 
-struct Reading {
-    std::vector<std::string> blobs;
-    std::string problem;
-};
-
-Reading read(const std::string& file) {
-    Reading reading;
-    reading.problem =
-        readRpmNdb(MemoryAccess(file), [&](std::string_view blob) { reading.blobs.emplace_back(blob); });
-    return reading;
+RpmReading read(const std::string& file) {
+    return readBlobs(readRpmNdb, MemoryAccess(file));
 }
 
 TEST(RpmNdb, EveryBlob) {
     const std::vector<std::string> blobs = {"first", std::string(5000, 'x'), ""};
-    const Reading reading = read(ndbDatabase(blobs));
+    const RpmReading reading = read(ndbDatabase(blobs));
     EXPECT_EQ(reading.blobs, blobs);
     EXPECT_EQ(reading.problem, "");
 }
 
 TEST(RpmNdb, ADatabaseWithoutPackages) {
-    const Reading reading = read(ndbDatabase({}));
+    const RpmReading reading = read(ndbDatabase({}));
     EXPECT_TRUE(reading.blobs.empty());
     EXPECT_EQ(reading.problem, "");
 }
@@ -53,7 +46,7 @@ TEST(RpmNdb, DamageIsTold) {
     for (const DamagedCase& c : cases) {
         std::string file = whole;
         file.replace(c.place, c.bytes.size(), c.bytes);
-        const Reading reading = read(file);
+        const RpmReading reading = read(file);
         EXPECT_NE(reading.problem, "") << c.what;
         EXPECT_EQ(reading.blobs.size(), c.blobs) << c.what;
     }

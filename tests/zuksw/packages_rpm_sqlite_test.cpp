@@ -11,20 +11,14 @@
 #include "tests/support/sqlite_database.h"
 #include "tests/support/temporary_folder.h"
 #include "tests/zuksw/judge.h"
+#include "tests/zuksw/rpm_reading.h"
 
 namespace {
 
 constexpr const char* kTable = "CREATE TABLE Packages (hnum INTEGER PRIMARY KEY, blob BLOB NOT NULL);";
 
-struct Reading {
-    std::vector<std::string> blobs;
-    std::string problem;
-};
-
-Reading read(const std::string& path) {
-    Reading reading;
-    reading.problem = readRpmSqlite(path, [&](std::string_view blob) { reading.blobs.emplace_back(blob); });
-    return reading;
+RpmReading read(const std::string& path) {
+    return readBlobs(readRpmSqlite, path);
 }
 
 TEST(RpmSqlite, EveryBlob) {
@@ -32,7 +26,7 @@ TEST(RpmSqlite, EveryBlob) {
     const std::string path = folder.path() + "/odd?name#1.sqlite";
     makeDatabase(path,
                  std::string(kTable) + "INSERT INTO Packages VALUES (1, x'0102'), (2, x''), (3, x'FF');");
-    const Reading reading = read(path);
+    const RpmReading reading = read(path);
     EXPECT_EQ(reading.blobs, (std::vector<std::string>{"\x01\x02", "", "\xFF"}));
     EXPECT_EQ(reading.problem, "");
 }
@@ -69,7 +63,7 @@ TEST(RpmSqlite, OtherDatabasesAreRefused) {
         const TemporaryFolder folder;
         const std::string path = folder.path() + "/rpmdb.sqlite";
         makeDatabase(path, c.statements);
-        const Reading reading = read(path);
+        const RpmReading reading = read(path);
         EXPECT_NE(reading.problem, "") << c.what;
         EXPECT_TRUE(reading.blobs.empty()) << c.what;
     }
