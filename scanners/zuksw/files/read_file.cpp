@@ -1,7 +1,9 @@
 #include "scanners/zuksw/files/read_file.h"
 
+#include <sys/stat.h>
 #include <unistd.h>
 
+#include <algorithm>
 #include <array>
 #include <cerrno>
 
@@ -9,6 +11,9 @@ namespace zuksw {
 
 std::optional<std::string> readAll(int fd, std::size_t limit) {
     std::string data;
+    struct stat facts = {};
+    if (::fstat(fd, &facts) == 0 && facts.st_size > 0)
+        data.reserve(std::min(static_cast<std::size_t>(facts.st_size), limit));
     std::array<char, 64 * 1024> block = {};
     while (true) {
         const ssize_t count = ::read(fd, block.data(), block.size());

@@ -43,6 +43,11 @@ bool NameGlob::parseClass(std::string_view text, std::size_t* at, std::string* e
 
 std::optional<NameGlob> NameGlob::parse(std::string_view text, std::string* error) {
     NameGlob glob;
+    if (text.find_first_of("*?[\\") == text.npos) {  // by far the most are just names
+        glob.prefix_ = std::string(text);
+        glob.literal_ = true;
+        return glob;
+    }
     for (std::size_t i = 0; i < text.size(); ++i) {
         Token token{Type::kByte, static_cast<unsigned char>(text[i])};
         if (text[i] == '*') {

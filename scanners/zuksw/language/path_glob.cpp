@@ -81,7 +81,7 @@ std::optional<Glob> Glob::parseName(std::string_view text, std::string* error) {
         }
         std::optional<NameGlob> name = NameGlob::parse(alternative, error);
         if (!name) return std::nullopt;
-        glob.alternatives_.push_back({{false, *std::move(name)}});
+        glob.alternatives_.emplace_back().push_back({false, *std::move(name)});
     }
     return glob;
 }
