@@ -130,6 +130,15 @@ TEST_F(ProgramTest, BytesThatAreNoUtf8AreLatin1) {
     EXPECT_TRUE(result.has("encoding"));
 }
 
+// A signature that needs the walk is read twice, the second time by itself.
+TEST_F(ProgramTest, BytesOfALatin1FileThatAreUtf8ByThemselvesAreLatin1) {
+    file("/f", "");
+    const ScanResult result =
+        scan(signature("<File name=\"f\"/><Set name=\"v\" value=\"\xC3\xA9\"/>", {"v"}) + "<!-- \xE9 -->");
+    EXPECT_TRUE(result.has("encoding"));
+    EXPECT_NE(std::string::npos, result.output.find("&#195;&#169;")) << result.output;
+}
+
 TEST_F(ProgramTest, SignaturesMayStandBackToBack) {
     const std::string one = signature("<Test value=\"1\" eq=\"1\"/>");
     const ScanResult result = scan(one + one);

@@ -1,5 +1,4 @@
 #include <algorithm>
-#include <limits>
 #include <mutex>
 #include <set>
 #include <unordered_map>
@@ -7,14 +6,11 @@
 
 #include "scanners/zuksw/checks/file_restrictions.h"
 #include "scanners/zuksw/checks/table.h"
-#include "scanners/zuksw/evaluation/demand.h"
 #include "scanners/zuksw/evaluation/expand.h"
 #include "scanners/zuksw/evaluation/match.h"
 
 namespace zuksw {
 namespace {
-
-constexpr std::uint32_t kNotWalked = std::numeric_limits<std::uint32_t>::max();
 
 // Finds files by name and place. How they are found depends on what is given: near another file or by a path
 // without "**", the directories named are listed; anything else is looked for in the one walk of the scan.
@@ -23,7 +19,10 @@ class File : public Check {
     explicit File(ConditionReader& attributes);
 
     Cost cost() const override { return restrictions_.readsContent() ? Cost::kHeader : Cost::kCandidates; }
-    void demand(Demand* demand) const override;
+    void demand(std::vector<FileQuery>* queries) const override {
+        if (needsWalk_) queries->push_back(walkQuery());
+    }
+    bool beginsWithWalk() const override { return needsWalk_ && isFixed() && isPlain(); }
 
   protected:
     void evaluate(const Row& row, const Context& context, Rows* out) const override;
@@ -42,7 +41,7 @@ class File : public Check {
     void readSelection(ConditionReader& attributes);
     void readTypes(ConditionReader& attributes);
     bool isFixed() const;
-    bool needsWalk() const;
+    bool cannotBeListed() const;
     FileQuery walkQuery() const;
     Selection select(const Row& row, const Context& context) const;
     FoundFiles listFiles(const Row& row, const Selection& selection, const Context& context) const;
@@ -59,15 +58,17 @@ class File : public Check {
     std::optional<Slot> as_;
     unsigned types_ = kRegular;
     FileRestrictions restrictions_;
-    mutable std::uint32_t query_ = kNotWalked;  // set once, by demand(), before any evaluation
-    mutable std::once_flag listOnce_;
-    mutable FoundFiles listed_;  // the same for every row, where nothing refers to one
+    bool needsWalk_ = false;
+    mutable std::once_flag once_;                 // for these two, which are the same for every row:
+    mutable const FoundFiles* walked_ = nullptr;  // what the walk found
+    mutable FoundFiles listed_;                   // or what was listed, where nothing refers to a row
 };
 
 File::File(ConditionReader& attributes) {
     readSelection(attributes);
     readTypes(attributes);
     restrictions_.read(attributes, types_);
+    needsWalk_ = cannotBeListed();
     as_ = attributes.binds("as", Kind::kFile);
 }
 
@@ -107,7 +108,7 @@ bool File::isFixed() const {
            (!under_ || under_->isLiteral());
 }
 
-bool File::needsWalk() const {
+bool File::cannotBeListed() const {
     if (near_) return false;
     if (!path_) return true;
     if (!path_->fixed) return path_->pattern.find("**") != std::string::npos;
@@ -139,10 +140,6 @@ FileQuery File::walkQuery() const {
                 (name_ ? name_->pattern : "") + '\n' + (query.path ? path_->pattern : "") + '\n' +
                 query.under;
     return query;
-}
-
-void File::demand(Demand* demand) const {
-    if (needsWalk()) query_ = demand->files.want(walkQuery());
 }
 
 // `path` is left out where it is relative to another file: then the files were listed by it.
@@ -224,22 +221,21 @@ void File::evaluate(const Row& row, const Context& context, Rows* out) const {
         if (row.at(*near_).state == Text::State::kUnknown) undecided(row, row.at(*near_).causes, out);
         return;
     }
-    // What the walk was asked for need not be asked again.
-    if (query_ != kNotWalked && isFixed()) {
-        return tryFiles(row, context.machine.files.walked(query_), nullptr, context, out);
+    if (needsWalk_) {
+        std::call_once(once_, [&] { walked_ = &context.machine.files.walked(walkQuery()); });
+        // What the walk was asked for need not be asked again.
+        if (isFixed()) return tryFiles(row, *walked_, nullptr, context, out);
     }
     const Selection selection = select(row, context);
     if (!selection.state.isSet()) {
         if (selection.state.state == Text::State::kUnknown) undecided(row, selection.state.causes, out);
         return;
     }
-    if (query_ != kNotWalked) {
-        return tryFiles(row, context.machine.files.walked(query_), &selection, context, out);
-    }
+    if (needsWalk_) return tryFiles(row, *walked_, &selection, context, out);
     if (near_ || !isFixed()) {
         return tryFiles(row, listFiles(row, selection, context), &selection, context, out);
     }
-    std::call_once(listOnce_, [&] { listed_ = listFiles(row, selection, context); });
+    std::call_once(once_, [&] { listed_ = listFiles(row, selection, context); });
     tryFiles(row, listed_, &selection, context, out);
 }
 

@@ -44,8 +44,8 @@ Cost Group::cost() const {
     return most;
 }
 
-void Group::demand(Demand* demand) const {
-    for (const auto& child : children_) child->demand(demand);
+void Group::demand(std::vector<FileQuery>* queries) const {
+    for (const auto& child : children_) child->demand(queries);
 }
 
 }  // namespace zuksw

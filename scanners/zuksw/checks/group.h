@@ -14,7 +14,7 @@ class DetectReader;
 class Group : public Check {
   public:
     Cost cost() const override;
-    void demand(Demand* demand) const override;
+    void demand(std::vector<FileQuery>* queries) const override;
 
   protected:
     /** Reads the children; reports a group without any. */
@@ -33,6 +33,10 @@ class Group : public Check {
 class All : public Group {
   public:
     All(ConditionReader& attributes, DetectReader& reader);
+
+    bool beginsWithWalk() const override {
+        return isPlain() && !children_.empty() && children_.front()->beginsWithWalk();
+    }
 
     /** The number of steps, and one of them: every row of `rows` replaced by what it becomes, until there are
      *  more rows than are allowed. */

@@ -2,7 +2,6 @@
 #include <utility>
 
 #include "scanners/zuksw/checks/table.h"
-#include "scanners/zuksw/evaluation/demand.h"
 #include "scanners/zuksw/evaluation/expand.h"
 #include "scanners/zuksw/evaluation/match.h"
 
@@ -17,7 +16,7 @@ class PackageCheck : public Check {
     explicit PackageCheck(ConditionReader& attributes);
 
     Cost cost() const override { return Cost::kFact; }
-    void demand(Demand* demand) const override;
+    void demand(std::vector<FileQuery>* queries) const override;
 
   protected:
     void evaluate(const Row& row, const Context& context, Rows* out) const override;
@@ -74,8 +73,8 @@ void PackageCheck::readManagers(ConditionReader& attributes) {
     }
 }
 
-void PackageCheck::demand(Demand* demand) const {
-    for (const std::string_view manager : managers_) demand->packages.announce(manager, demand);
+void PackageCheck::demand(std::vector<FileQuery>* queries) const {
+    for (const std::string_view manager : managers_) Packages::demand(manager, queries);
 }
 
 bool PackageCheck::isWantedState(PackageState state) const {

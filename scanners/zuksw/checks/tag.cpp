@@ -1,7 +1,6 @@
 #include <utility>
 
 #include "scanners/zuksw/checks/table.h"
-#include "scanners/zuksw/evaluation/demand.h"
 #include "scanners/zuksw/evaluation/expand.h"
 #include "scanners/zuksw/evaluation/match.h"
 
@@ -20,7 +19,7 @@ class Tag : public Check {
     }
 
     Cost cost() const override { return Cost::kCandidates; }
-    void demand(Demand* demand) const override { demand->tags = true; }
+    void demand(std::vector<FileQuery>* queries) const override { queries->push_back(Tags::query()); }
 
   protected:
     void evaluate(const Row& row, const Context& context, Rows* out) const override {

@@ -10,7 +10,7 @@
 namespace zuksw {
 
 struct Context;
-struct Demand;
+struct FileQuery;
 
 /** Rough cost of a condition; the cheap ones of an All are asked first. */
 enum class Cost { kFact, kCandidates, kHeader, kContent, kArchive };
@@ -30,8 +30,11 @@ class Check {
     bool isPlain() const { return min == 1 && !max && !optional; }
 
     virtual Cost cost() const = 0;
-    /** Says what the scan must look for before the first evaluation. */
-    virtual void demand(Demand* /*demand*/) const {}
+    /** Appends what the walk must look for before the first evaluation. */
+    virtual void demand(std::vector<FileQuery>* /*queries*/) const {}
+    /** True when the condition is surely false unless the walk finds something for the first query that
+     *  demand() appends, and nothing else is asked before that. */
+    virtual bool beginsWithWalk() const { return false; }
 
     std::uint32_t position = 0;  // in Detect, in document order
     std::uint64_t min = 1;

@@ -69,14 +69,24 @@ void Evaluator::work() {
 }
 
 void Evaluator::begin(std::size_t index) {
-    const Signature& signature = signatureOf(index);
-    if (!signature.valid) return;
+    const ListedSignature& listed = outcomes_.signatures().signatures()[index];
+    if (isSurelyFalse(listed)) return;
+    progress_[index] = std::make_unique<Progress>();
+    Progress& progress = *progress_[index];
+    if (!listed.signature) progress.readAgain = outcomes_.signatures().readAgain(index);
+    progress.signature = listed.signature ? listed.signature.get() : progress.readAgain.get();
+    const Signature& signature = *progress.signature;
     Rows rows = {firstRow(signature)};
     if (signature.detect->isPlain()) return perform(divide(index, 0, std::move(rows)));
     const Context context{machine_, signature.guid};
     Rows found;
     signature.detect->apply(rows.front(), context, &found);
     finish(index, found);
+}
+
+// An invalid one does not run; most others of very many look for a file that is not there.
+bool Evaluator::isSurelyFalse(const ListedSignature& listed) {
+    return !listed.valid || (listed.query && machine_.files.foundNothing(*listed.query));
 }
 
 Row Evaluator::firstRow(const Signature& signature) const {
@@ -101,7 +111,7 @@ void Evaluator::perform(std::optional<Task> task) {
 // Shares rows out; the first part is the caller's.
 std::optional<Evaluator::Task> Evaluator::divide(std::size_t signature, std::size_t step, Rows rows) {
     const std::size_t parts = std::clamp<std::size_t>(rows.size(), 1, kParts);
-    Progress& progress = progress_[signature];
+    Progress& progress = *progress_[signature];
     progress.parts.assign(parts, {});
     progress.open = parts;
     if (parts == 1) return Task{signature, step, 0, std::move(rows)};
@@ -120,7 +130,7 @@ std::optional<Evaluator::Task> Evaluator::divide(std::size_t signature, std::siz
 
 // Takes in what one part became; the task to go on with, if there is one for the caller.
 std::optional<Evaluator::Task> Evaluator::join(const Task& task, Rows rows) {
-    Progress& progress = progress_[task.signature];
+    Progress& progress = *progress_[task.signature];
     {
         const std::lock_guard<std::mutex> lock(mutex_);
         progress.parts[task.part] = std::move(rows);
@@ -143,6 +153,7 @@ std::optional<Evaluator::Task> Evaluator::join(const Task& task, Rows rows) {
 void Evaluator::finish(std::size_t index, const Rows& rows) {
     const Signature& signature = signatureOf(index);
     outcomes_.of(index) = makeOutcome(signature, rows, {machine_, signature.guid});
+    progress_[index].reset();
 }
 
 }  // namespace zuksw

@@ -2,6 +2,7 @@
 
 #include <condition_variable>
 #include <cstdint>
+#include <memory>
 #include <mutex>
 #include <optional>
 #include <vector>
@@ -28,8 +29,10 @@ class Evaluator {
         std::size_t part;
         Rows rows;
     };
-    // What became of the parts in the present step of a signature.
+    // A signature that is being evaluated, and what became of the parts in its present step.
     struct Progress {
+        const Signature* signature = nullptr;
+        std::unique_ptr<const Signature> readAgain;
         std::vector<Rows> parts;
         std::size_t open = 0;
     };
@@ -39,13 +42,12 @@ class Evaluator {
     bool takeTask(Task* task);
     bool takeSignatures(std::vector<std::size_t>* signatures);
     void begin(std::size_t signature);
+    bool isSurelyFalse(const ListedSignature& listed);
     void perform(std::optional<Task> task);
     std::optional<Task> divide(std::size_t signature, std::size_t step, Rows rows);
     std::optional<Task> join(const Task& task, Rows rows);
     void finish(std::size_t signature, const Rows& rows);
-    const Signature& signatureOf(std::size_t index) const {
-        return outcomes_.signatures().signatures()[index];
-    }
+    const Signature& signatureOf(std::size_t index) const { return *progress_[index]->signature; }
     Row firstRow(const Signature& signature) const;
 
     Machine& machine_;
@@ -54,11 +56,11 @@ class Evaluator {
     std::mutex mutex_;
     std::condition_variable changed_;
     const std::vector<std::size_t>* wave_ = nullptr;
-    std::size_t next_ = 0;            // in *wave_
-    std::size_t share_ = 1;           // signatures that a thread takes at a time
-    std::size_t busy_ = 0;            // threads that may still make tasks
-    std::vector<Task> tasks_;         // parts that nobody has taken yet
-    std::vector<Progress> progress_;  // by signature
+    std::size_t next_ = 0;                             // in *wave_
+    std::size_t share_ = 1;                            // signatures that a thread takes at a time
+    std::size_t busy_ = 0;                             // threads that may still make tasks
+    std::vector<Task> tasks_;                          // parts that nobody has taken yet
+    std::vector<std::unique_ptr<Progress>> progress_;  // by signature; null before and after
 };
 
 }  // namespace zuksw

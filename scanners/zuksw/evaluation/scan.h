@@ -9,6 +9,6 @@
 namespace zuksw {
 
 /** Looks for what the signatures need in one pass over the machine, then evaluates them. */
-void scan(const SignatureSet& signatures, unsigned threads, Machine* machine, Outcomes* outcomes);
+void scan(SignatureSet& signatures, unsigned threads, Machine* machine, Outcomes* outcomes);
 
 }  // namespace zuksw

@@ -6,17 +6,17 @@
 
 namespace zuksw {
 
-bool FileQuery::acceptsPath(std::string_view file) const {
+bool FilePlace::acceptsPath(std::string_view file) const {
     if (!under.empty() && (!isAtOrBelow(file, under) || file.size() == under.size())) return false;
     return !path || path->matches(file.substr(1));
 }
 
-bool FileQuery::reachesBelow(std::string_view directory) const {
+bool FilePlace::reachesBelow(std::string_view directory) const {
     if (!isAtOrBelow(directory, under) && !isAtOrBelow(under, directory)) return false;
     return !path || directory.empty() || path->reachesBelow(directory.substr(1));
 }
 
-std::vector<std::string> FileQuery::areas() const {
+std::vector<std::string> FilePlace::areas() const {
     if (!path) return {under};
     std::vector<std::string> areas;
     for (const GlobSteps& steps : path->alternatives()) {
@@ -32,14 +32,22 @@ std::vector<std::string> FileQuery::areas() const {
 }
 
 std::uint32_t QuerySet::add(FileQuery query) {
-    const auto number = static_cast<std::uint32_t>(queries_.size());
-    const auto [entry, isNew] = numbers_.emplace(std::move(query.key), number);
-    if (!isNew) return entry->second;
+    const std::uint32_t number = numbers_.add(query.key);
+    if (number < placeOf_.size()) return number;
     for (const NameGlob& name : query.names) index_.add(name, number);
     if (query.pattern) index_.add(query.pattern, number);
-    query.names = {};  // the index has them
     types_ |= query.types;
-    queries_.push_back(std::move(query));
+    placeOf_.push_back(addPlace(std::move(query)));
+    return number;
+}
+
+std::uint32_t QuerySet::addPlace(FilePlace place) {
+    const auto number = static_cast<std::uint32_t>(places_.size());
+    if (!place.path) {
+        const auto [entry, isNew] = plain_.try_emplace({place.types, place.under}, number);
+        if (!isNew) return entry->second;
+    }
+    places_.push_back(std::move(place));
     return number;
 }
 
@@ -57,8 +65,8 @@ void QuerySet::find(std::string_view directory, std::string_view name, EntryType
     std::sort(begin, numbers->end());
     numbers->erase(std::unique(begin, numbers->end()), numbers->end());
     const auto unwanted = [&](std::uint32_t number) {
-        const FileQuery& query = queries_[number];
-        return (query.types & type) == 0 || !query.acceptsPath(path);
+        const FilePlace& place = places_[placeOf_[number]];
+        return (place.types & type) == 0 || !place.acceptsPath(path);
     };
     numbers->erase(std::remove_if(begin, numbers->end(), unwanted), numbers->end());
 }
@@ -77,8 +85,8 @@ std::vector<std::string> outermost(std::vector<std::string> directories) {
 
 std::vector<std::string> QuerySet::areas() const {
     std::vector<std::string> areas;
-    for (const FileQuery& query : queries_) {
-        for (std::string& area : query.areas()) {
+    for (const FilePlace& place : places_) {
+        for (std::string& area : place.areas()) {
             if (area.empty()) return {""};
             areas.push_back(std::move(area));
         }

@@ -28,7 +28,8 @@ struct Element {
 
     std::string_view name;
     std::string_view text;
-    std::size_t offset;  // in bytes from the beginning of the file
+    std::size_t offset;   // in bytes from the beginning of the file
+    std::size_t end = 0;  // of an element that is handed over by itself: the offset behind it
     std::pmr::vector<Attribute> attributes;
     std::pmr::vector<const Element*> children;
 };

@@ -139,9 +139,10 @@ void Reading::end() {
     flushText();
     --depth_;
     if (open_.empty()) return;
-    const Element* element = open_.back();
+    Element* element = open_.back();
     open_.pop_back();
     if (!open_.empty()) return;
+    element->end = offset() + static_cast<std::size_t>(XML_GetCurrentByteCount(parser_));
     deliver(*element);
     clear();
 }
@@ -203,7 +204,7 @@ bool parse(std::string_view bytes, bool last, XML_Parser parser, Reading* readin
 }  // namespace
 
 std::optional<XmlError> readXml(const XmlPiece& piece, int level, XmlSink* sink) {
-    const Parser parser(XML_ParserCreate(isUtf8(piece.bytes) ? "UTF-8" : "ISO-8859-1"));
+    const Parser parser(XML_ParserCreate(piece.isUtf8 ? "UTF-8" : "ISO-8859-1"));
     if (!parser) throw std::bad_alloc();
     const auto skipped =
         static_cast<std::ptrdiff_t>(piece.before.size()) - static_cast<std::ptrdiff_t>(piece.offset);
@@ -220,7 +221,7 @@ std::optional<XmlError> readXml(const XmlPiece& piece, int level, XmlSink* sink)
 }
 
 std::optional<XmlError> readXml(std::string_view bytes, int level, XmlSink* sink) {
-    return readXml(XmlPiece{{}, bytes, {}, 0}, level, sink);
+    return readXml(XmlPiece{{}, bytes, {}, 0, isUtf8(bytes)}, level, sink);
 }
 
 std::vector<XmlPiece> cutXml(std::string_view bytes, const std::string& root, const std::string& child,

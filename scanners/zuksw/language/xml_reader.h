@@ -38,11 +38,12 @@ struct XmlPiece {
     std::string_view bytes;
     std::string after;
     std::size_t offset = 0;  // of `bytes` in the document
+    bool isUtf8 = true;      // else ISO 8859-1
 };
 
-/** Cuts a document with the root `root` before children `child` into about `count` pieces that can be read at
- *  the same time. Where it was no child but, say, a comment that was cut, no piece is right by itself: when
- *  one of them is refused, read the document as a whole. */
+/** Cuts a UTF-8 document with the root `root` before children `child` into about `count` pieces that can be
+ *  read at the same time. Where it was no child but, say, a comment that was cut, no piece is right by
+ * itself: when one of them is refused, read the document as a whole. */
 std::vector<XmlPiece> cutXml(std::string_view bytes, const std::string& root, const std::string& child,
                              std::size_t count);
 

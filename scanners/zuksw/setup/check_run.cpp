@@ -19,7 +19,7 @@ std::string describe(const std::string& path, const Finding& finding, const Sign
                      LineIndex* lines) {
     std::string text = path + ":" + lines->brief(finding.offset) + ": ";
     if (finding.signature != Finding::kNone) {
-        const Signature& signature = set.signatures()[finding.signature];
+        const ListedSignature& signature = set.signatures()[finding.signature];
         text += "signature '" + (signature.name.empty() ? signature.guid : signature.name) + "': ";
     }
     return text + finding.text;

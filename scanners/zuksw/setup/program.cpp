@@ -86,6 +86,7 @@ class Run {
     Events events_{1000};
     std::string signatureBytes_;
     std::optional<PatternStore> patterns_;
+    std::optional<Presets> presets_;
     SignatureSet signatures_;
     std::uint64_t entries_ = 0;
     std::uint64_t opened_ = 0;
@@ -109,10 +110,10 @@ bool Run::readSignatures() {
     if (bytes) {
         signatureBytes_ = *std::move(bytes);
         patterns_.emplace(static_cast<std::int64_t>(configuration_.content.regexMemory));
-        Presets presets(configuration_.presets);
-        error = signatures_.read(signatureBytes_, &*patterns_, &presets,
+        presets_.emplace(configuration_.presets);
+        error = signatures_.read(signatureBytes_, &*patterns_, &*presets_,
                                  threadsFor(configuration_.limits.threads));
-        for (const Preset* preset : presets.unused()) {
+        for (const Preset* preset : presets_->unused()) {
             events_.add(EventCode::kPresetUnused, preset->guid,
                         "no signature takes the preset variable '" + preset->name + "'");
         }
@@ -142,7 +143,6 @@ int Run::scanAndWrite() {
     const std::string missing = enterSandbox();
     if (!missing.empty()) events_.add(EventCode::kSandboxOff, {}, "the kernel does not offer: " + missing);
     reportFindings(signatures_, signatureBytes_, &events_);
-    signatureBytes_ = std::string();
     Outcomes outcomes(signatures_);
     if (!scanTree(&outcomes)) return kExitConfiguration;
     const bool written = writeResults(outcomes, configuration_.limits.maxResults, &events_, &output);

@@ -3,7 +3,6 @@
 #include <algorithm>
 
 #include "scanners/shared/packages/databases.h"
-#include "scanners/zuksw/evaluation/demand.h"
 #include "scanners/zuksw/evaluation/machine.h"
 #include "scanners/zuksw/index/string_table.h"
 #include "scanners/zuksw/sources/language_packages.h"
@@ -56,9 +55,9 @@ bool Packages::isWanted(std::string_view manager, const Machine& machine) {
     return wanted.empty() || std::find(wanted.begin(), wanted.end(), manager) != wanted.end();
 }
 
-void Packages::announce(std::string_view manager, Demand* demand) {
+void Packages::demand(std::string_view manager, std::vector<FileQuery>* queries) {
     const LanguageManager* language = findLanguageManager(manager);
-    if (language != nullptr) queries_[language->name] = demand->files.want(language->query());
+    if (language != nullptr) queries->push_back(language->query());
 }
 
 void Packages::readDatabases(Machine& machine) {
@@ -88,11 +87,10 @@ void Packages::readDatabases(Machine& machine) {
 }
 
 void Packages::readWalked(std::string_view manager, Machine& machine, ManagerPackages* packages) {
-    const auto query = queries_.find(manager);
-    if (query == queries_.end() || !isWanted(manager, machine)) return;
-    const FoundFiles& files = machine.files.walked(query->second);
-    packages->causes = files.causes;
+    if (!isWanted(manager, machine)) return;
     const LanguageManager& language = *findLanguageManager(manager);
+    const FoundFiles& files = machine.files.walked(language.query());
+    packages->causes = files.causes;
     for (const auto& file : files.files) {
         packages->causes |= language.read(file, machine, [&](Package package, std::string group) {
             package.manager = language.name;

@@ -14,7 +14,7 @@
 
 namespace zuksw {
 
-struct Demand;
+struct FileQuery;
 
 /** The packages of one manager. */
 struct ManagerPackages {
@@ -34,7 +34,7 @@ class Packages {
     static const std::vector<std::string_view>& machineManagers();
 
     /** What the walk must find for the manager; nothing for one that has a database. */
-    void announce(std::string_view manager, Demand* demand);
+    static void demand(std::string_view manager, std::vector<FileQuery>* queries);
 
     /** Empty when the manager is not there or not to be read. */
     const ManagerPackages& of(std::string_view manager, Machine& machine);
@@ -50,7 +50,6 @@ class Packages {
     std::mutex mutex_;
     bool databasesRead_ = false;
     std::map<std::string_view, ManagerPackages> managers_;
-    std::map<std::string_view, std::uint32_t> queries_;  // of the managers that the walk serves
 
     std::once_flag ownersOnce_;
     // Hashes of paths, in ascending order, with the place of the owner's name: all paths of a machine in a

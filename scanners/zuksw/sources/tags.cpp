@@ -71,8 +71,7 @@ FileQuery Tags::query() {
 }
 
 void Tags::read(Machine& machine) {
-    if (!number_) return;
-    const FoundFiles& files = machine.files.walked(*number_);
+    const FoundFiles& files = machine.files.walked(query());
     found_.causes = files.causes;
     for (const auto& file : files.files) {
         Causes causes =

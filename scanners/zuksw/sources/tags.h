@@ -35,8 +35,6 @@ class Tags {
   public:
     /** What the walk must find for them. */
     static FileQuery query();
-    /** number: of query() in the file finder. */
-    void announce(std::uint32_t number) { number_ = number; }
 
     struct Found {
         std::vector<std::shared_ptr<const TagObject>> tags;  // primary ones, in byte order of their paths
@@ -47,7 +45,6 @@ class Tags {
   private:
     void read(Machine& machine);
 
-    std::optional<std::uint32_t> number_;
     std::once_flag once_;
     Found found_;
 };

@@ -7,16 +7,16 @@
 
 namespace zuksw {
 
-void FileFinder::walk(unsigned threads, std::int64_t memory) {
+void FileFinder::walk(QuerySet queries, unsigned threads, std::int64_t memory) {
+    queries_ = std::move(queries);
     if (queries_.empty()) return;
     queries_.build(memory);
     Walker walker(places_, queries_);
     walker.run(threads);
     entries_ = walker.entries();
-    for (std::vector<Candidate>& candidates : walker.takeCandidates()) {
-        answers_.push_back(std::make_unique<Answer>());
-        answers_.back()->candidates = std::move(candidates);
-    }
+    for (Candidate& candidate : walker.takeCandidates())
+        answers_[candidate.query].candidates.push_back(std::move(candidate.path));
+    nothing_ = std::vector<Answer>(queries_.places().size());
 }
 
 // The causes that make an area unknown. Running out of time says nothing about what would have been found.
@@ -24,11 +24,11 @@ Causes FileFinder::countedGaps() const {
     return places_.configuration.search.incompleteIsUnknown ? ~Causes{0} : toCauses(Cause::kTimeBudget);
 }
 
-Causes FileFinder::gapsOf(const FileQuery& query) const {
+Causes FileFinder::gapsOf(const FilePlace& place) const {
     const Causes counted = countedGaps();
     Causes causes = 0;
     for (const Gap& gap : places_.gaps.all()) {
-        if ((gap.causes & counted & ~causes) != 0 && query.reachesBelow(gap.directory))
+        if ((gap.causes & counted & ~causes) != 0 && place.reachesBelow(gap.directory))
             causes |= gap.causes & counted;
     }
     return causes;
@@ -61,15 +61,27 @@ void FileFinder::add(const std::string& path, unsigned types, FoundFiles* found)
         found->files.push_back(std::make_shared<const DiskFile>(std::move(real), *facts, std::move(link)));
 }
 
-const FoundFiles& FileFinder::walked(std::uint32_t number) {
-    Answer& answer = *answers_[number];
+const FoundFiles& FileFinder::answerTo(std::uint32_t number) {
+    const std::uint32_t placeNumber = queries_.placeOf(number);
+    const auto found = answers_.find(number);
+    Answer& answer = found == answers_.end() ? nothing_[placeNumber] : found->second;
     std::call_once(answer.once, [&] {
-        const FileQuery& query = queries_.queries()[number];
-        for (const Candidate& candidate : answer.candidates) add(candidate.path, query.types, &answer.found);
+        const FilePlace& place = queries_.places()[placeNumber];
+        for (const std::string& path : answer.candidates) add(path, place.types, &answer.found);
         answer.candidates = {};
-        answer.found.causes |= gapsOf(query);
+        answer.found.causes |= gapsOf(place);
     });
     return answer.found;
+}
+
+const FoundFiles& FileFinder::walked(const FileQuery& query) {
+    static const FoundFiles kNone;
+    const std::optional<std::uint32_t> number = queries_.find(query);
+    return number ? answerTo(*number) : kNone;
+}
+
+bool FileFinder::foundNothing(std::uint32_t number) {
+    return answers_.count(number) == 0 && answerTo(number).causes == 0;
 }
 
 FoundFiles FileFinder::listed(const FileQuery& query, const std::string& base) const {

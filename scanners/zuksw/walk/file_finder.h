@@ -1,9 +1,10 @@
 #pragma once
 
-#include <map>
+#include <cstdint>
 #include <memory>
 #include <mutex>
 #include <string>
+#include <unordered_map>
 #include <vector>
 
 #include "scanners/zuksw/files/file_object.h"
@@ -19,19 +20,19 @@ struct FoundFiles {
     Causes causes = 0;
 };
 
-/** Finds the files that conditions ask for. Queries that need a walk are announced before it; their answers
- * are remembered, since many conditions may ask the same. Any thread may ask. */
+/** Finds the files that conditions ask for. Queries that need a walk are known before it; their answers are
+ * remembered, since many conditions may ask the same. Any thread may ask. */
 class FileFinder {
   public:
     explicit FileFinder(const Walker::Places& places) : places_(places) {}
 
-    /** Announces a query that needs a walk; its number for walked(). */
-    std::uint32_t want(FileQuery query) { return queries_.add(std::move(query)); }
-    /** Walks, when something was announced. */
-    void walk(unsigned threads, std::int64_t memory);
+    /** Walks for the queries, when there are any. */
+    void walk(QuerySet queries, unsigned threads, std::int64_t memory);
 
-    /** The answer to an announced query. */
-    const FoundFiles& walked(std::uint32_t number);
+    /** The answer to one of the queries; no files for another. */
+    const FoundFiles& walked(const FileQuery& query);
+    /** Whether there surely is no file for the query of that number. */
+    bool foundNothing(std::uint32_t number);
     /** The answer to a query that no walk is needed for: one alternative of a glob, by listing directories.
      *  query.path is taken below `base`, "" for the root. */
     FoundFiles listed(const FileQuery& query, const std::string& base) const;
@@ -41,16 +42,18 @@ class FileFinder {
   private:
     struct Answer {
         std::once_flag once;
-        std::vector<Candidate> candidates;
+        std::vector<std::string> candidates;
         FoundFiles found;
     };
+    const FoundFiles& answerTo(std::uint32_t number);
     void add(const std::string& path, unsigned types, FoundFiles* found) const;
     Causes countedGaps() const;
-    Causes gapsOf(const FileQuery& query) const;
+    Causes gapsOf(const FilePlace& place) const;
 
     Walker::Places places_;
     QuerySet queries_;
-    std::vector<std::unique_ptr<Answer>> answers_;  // by number
+    std::unordered_map<std::uint32_t, Answer> answers_;  // by number; of queries that have candidates
+    std::vector<Answer> nothing_;                        // by place; of all others
     mutable Listings listings_;
     std::uint64_t entries_ = 0;
 };

@@ -22,8 +22,7 @@ EntryType toEntryType(unsigned char type) {
 
 }  // namespace
 
-Walker::Walker(const Places& places, const QuerySet& queries)
-    : places_(places), queries_(queries), candidates_(queries.queries().size()) {}
+Walker::Walker(const Places& places, const QuerySet& queries) : places_(places), queries_(queries) {}
 
 // Begins at the roots, or below them at the outermost directories that queries can reach.
 void Walker::begin() {
@@ -44,19 +43,12 @@ void Walker::run(unsigned threads) {
     std::vector<Worker> workers(threads);
     runOnThreads(threads, [&] { work(&workers[working_++]); });
     for (Worker& worker : workers) {
-        for (std::size_t q = 0; q < worker.found.size(); ++q) {
-            std::move(worker.found[q].begin(), worker.found[q].end(), std::back_inserter(candidates_[q]));
-        }
+        std::move(worker.found.begin(), worker.found.end(), std::back_inserter(candidates_));
     }
-    for (std::vector<Candidate>& list : candidates_) std::sort(list.begin(), list.end());
-}
-
-std::vector<std::vector<Candidate>> Walker::takeCandidates() {
-    return std::move(candidates_);
+    std::sort(candidates_.begin(), candidates_.end());
 }
 
 void Walker::work(Worker* worker) {
-    worker->found.resize(queries_.queries().size());
     while (!worker->open.empty() || takeWork(worker)) {
         const Directory directory = std::move(worker->open.back());
         worker->open.pop_back();
@@ -142,7 +134,7 @@ void Walker::readEntry(const Directory& directory, const DirectoryReader::Entry&
             const std::string path = directory.path + "/" + std::string(entry.name);
             const bool hidden = places_.territory.isExcluded(path);
             for (const std::uint32_t number : worker->numbers) {
-                if (!hidden) worker->found[number].push_back({path});
+                if (!hidden) worker->found.push_back({number, path});
             }
         }
     }

@@ -5,6 +5,7 @@
 #include <cstdint>
 #include <mutex>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "scanners/zuksw/files/file_tree.h"
@@ -35,8 +36,8 @@ class Walker {
     /** Walks with that many threads; returns when all is done or the budget is spent. */
     void run(unsigned threads);
 
-    /** What each query selected, in byte order of the paths. Take it once. */
-    std::vector<std::vector<Candidate>> takeCandidates();
+    /** What the queries selected, by their numbers, and of each in byte order of the paths. Take it once. */
+    std::vector<Candidate> takeCandidates() { return std::move(candidates_); }
     std::uint64_t entries() const { return entries_; }
 
   private:
@@ -47,7 +48,7 @@ class Walker {
     // What one thread works on.
     struct Worker {
         std::vector<Directory> open;
-        std::vector<std::vector<Candidate>> found;
+        std::vector<Candidate> found;
         std::vector<std::uint32_t> numbers;
         DirectoryReader::Buffer buffer = DirectoryReader::makeBuffer();
         std::uint64_t entries = 0;
@@ -65,7 +66,7 @@ class Walker {
 
     Places places_;
     const QuerySet& queries_;
-    std::vector<std::vector<Candidate>> candidates_;
+    std::vector<Candidate> candidates_;
     std::atomic<std::uint64_t> entries_{0};
     std::atomic<bool> stopped_{false};
 
