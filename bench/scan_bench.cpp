@@ -5,9 +5,10 @@
 
 #include <algorithm>
 #include <cstdio>
-#include <cstdlib>
+#include <exception>
 #include <fstream>
 
+#include "bench/support/arguments.h"
 #include "bench/support/measure.h"
 #include "bench/support/program_run.h"
 #include "bench/support/scratch_file.h"
@@ -68,6 +69,7 @@ void readToTheEnd(const std::vector<std::string>& files) {
 
 double medianOf(const std::vector<ProgramRun>& runs, double ProgramRun::*figure) {
     std::vector<double> values;
+    values.reserve(runs.size());
     for (const ProgramRun& run : runs) values.push_back(run.*figure);
     return median(values);
 }
@@ -104,8 +106,8 @@ void compare(std::vector<Subject> subjects, const std::vector<std::string>& file
 }
 }  // namespace
 
-int main(int argc, char** argv) {
-    const int rounds = argc > 1 ? std::atoi(argv[1]) : 51;
+int main(int argc, char** argv) try {
+    const int rounds = numberArgument(argc, argv, 1, 51);
     if (rounds < 1) {
         std::fprintf(stderr, "usage: %s [ROUNDS]\n", argv[0]);
         return 2;
@@ -130,4 +132,7 @@ int main(int argc, char** argv) {
              {"inxi -F", {"inxi", "-F"}, toolRounds}},
             files, rounds);
     return 0;
+} catch (const std::exception& error) {
+    std::fprintf(stderr, "%s\n", error.what());
+    return 1;
 }

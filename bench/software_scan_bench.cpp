@@ -11,6 +11,7 @@
 #include <memory>
 #include <stdexcept>
 
+#include "bench/support/arguments.h"
 #include "bench/support/directory_floor.h"
 #include "bench/support/measure.h"
 #include "bench/support/program_run.h"
@@ -69,7 +70,7 @@ double summaryOf(const Words& words, const std::string& field) {
     text.resize(fread(text.data(), 1, text.size(), output.get()));
     const std::size_t at = text.find(" " + field + "=");
     if (at == text.npos) throw std::runtime_error("the scanner failed: " + text);
-    return std::atof(text.c_str() + at + field.size() + 2);
+    return std::strtod(text.c_str() + at + field.size() + 2, nullptr);
 }
 
 // Subjects measured in turns; a first round, not counted, brings everything into memory.
@@ -249,8 +250,8 @@ std::string temporaryFolder() {
 
 }  // namespace
 
-int main(int argc, char** argv) {
-    const int rounds = argc > 1 ? std::atoi(argv[1]) : 7;
+int main(int argc, char** argv) try {
+    const int rounds = numberArgument(argc, argv, 1, 7);
     const std::string folder = argc > 2 ? argv[2] : temporaryFolder();
     if (rounds < 1 || !std::filesystem::is_directory(folder)) {
         std::fprintf(stderr, "usage: %s [ROUNDS [FOLDER]]\n", argv[0]);
@@ -265,4 +266,7 @@ int main(int argc, char** argv) {
     againstOscap(scratch, rounds);
     againstYara(scratch, rounds);
     return 0;
+} catch (const std::exception& error) {
+    std::fprintf(stderr, "%s\n", error.what());
+    return 1;
 }

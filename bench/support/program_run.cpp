@@ -20,6 +20,7 @@ double secondsOf(const timeval& time) {
 // -1 when there is no such program.
 pid_t start(const std::vector<std::string>& words) {
     std::vector<char*> argv;
+    argv.reserve(words.size() + 1);
     for (const std::string& word : words) argv.push_back(const_cast<char*>(word.c_str()));
     argv.push_back(nullptr);
     posix_spawn_file_actions_t actions;

@@ -5,7 +5,9 @@
 #include <cstdio>
 #include <cstdlib>
 #include <cstring>
+#include <exception>
 
+#include "bench/support/arguments.h"
 #include "bench/support/empty_parse.h"
 #include "bench/support/measure.h"
 #include "bench/support/scratch_file.h"
@@ -47,7 +49,7 @@ int runChild(const char* name, const char* path, const std::vector<Reading>& rea
     }
     for (const Reading& reading : readings) {
         if (std::strcmp(name, reading.name) != 0) continue;
-        const std::shared_ptr<void> found = reading.read(path);
+        [[maybe_unused]] const std::shared_ptr<void> found = reading.read(path);
         reportPeak();
         std::_Exit(0);  // while it is held
     }
@@ -55,17 +57,21 @@ int runChild(const char* name, const char* path, const std::vector<Reading>& rea
 }
 }  // namespace
 
-int runReadingBench(int argc, char** argv, const std::vector<Reading>& readings) {
+int runReadingBench(int argc, char** argv, const std::vector<Reading>& readings) try {
     if (argc == 4 && std::strcmp(argv[1], "--child") == 0) return runChild(argv[2], argv[3], readings);
 
-    const int rounds = argc > 1 ? std::atoi(argv[1]) : 11;
-    const std::size_t megabytes = argc > 2 ? std::strtoul(argv[2], nullptr, 10) : 20;
+    const int rounds = numberArgument(argc, argv, 1, 11);
+    const int megabytes = numberArgument(argc, argv, 2, 20);
     if (rounds < 1 || megabytes < 1) {
         std::fprintf(stderr, "usage: %s [ROUNDS [MEGABYTES]]\n", argv[0]);
         return 2;
     }
     std::printf("%-28s %11s %8s %8s %8s %8s\n", "reading", "bare parse", "call", "process", "bytes/B",
                 "release");
-    for (const Reading& reading : readings) measureReading(reading, rounds, megabytes << 20);
+    for (const Reading& reading : readings)
+        measureReading(reading, rounds, static_cast<std::size_t>(megabytes) << 20);
     return 0;
+} catch (const std::exception& error) {
+    std::fprintf(stderr, "%s\n", error.what());
+    return 1;
 }

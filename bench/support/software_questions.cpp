@@ -20,6 +20,16 @@ std::string element(const std::string& name, const std::string& attributes, cons
     return "<" + name + " " + attributes + ">" + content + "</" + name + ">\n";
 }
 
+std::string libraryAndItsPackage(const std::string& number) {
+    return "<Package name=\"lib*" + number +
+           "\" as=\"p\" ge=\"1.0\"/><File as=\"f\" path=\"/usr/lib/x86_64-linux-gnu/lib*.so." + number +
+           "\"/><System key=\"os.id\" set=\"id\"/>";
+}
+
+std::string fileBelow(const std::string& directory, const std::string& name) {
+    return "<File as=\"f\" name=\"" + name + "\" under=\"" + directory + "\"/>";
+}
+
 const char kPath[] = "<Variable name=\"path\" value=\"${f.path}\"/>";
 
 }  // namespace
@@ -51,14 +61,7 @@ std::string signaturesWithoutWalk(std::size_t count) {
     std::string all;
     for (std::size_t i = 0; i < count; ++i) {
         const std::string number = std::to_string(i);
-        all += signature("package-" + number,
-                         "<Package name=\"lib*" + number +
-                             "\" as=\"p\" ge=\"1.0\"/>"
-                             "<File as=\"f\" path=\"/usr/lib/x86_64-linux-gnu/lib*.so." +
-                             number +
-                             "\"/>"
-                             "<System key=\"os.id\" set=\"id\"/>",
-                         kPath);
+        all += signature("package-" + number, libraryAndItsPackage(number), kPath);
     }
     return all;
 }
@@ -66,7 +69,7 @@ std::string signaturesWithoutWalk(std::size_t count) {
 std::string fileSignatures(const std::vector<std::string>& names, const std::string& directory) {
     std::string all;
     for (const std::string& name : names) {
-        all += signature(name, "<File as=\"f\" name=\"" + name + "\" under=\"" + directory + "\"/>", kPath);
+        all += signature(name, fileBelow(directory, name), kPath);
     }
     return all;
 }
