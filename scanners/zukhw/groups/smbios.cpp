@@ -39,6 +39,7 @@ void writeTable(const Smbios& smbios, GroupWriter& out) {
     std::map<unsigned, unsigned> counts;
     for (const SmbiosStructure& structure : smbios.structures()) ++counts[structure.type()];
     std::vector<std::string> types;
+    types.reserve(counts.size());
     for (const auto& [type, count] : counts)
         types.push_back(std::to_string(type) + ':' + std::to_string(count));
     out.number("TableBytes", smbios.table().size());

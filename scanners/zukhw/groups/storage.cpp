@@ -63,7 +63,7 @@ std::string vendorOf(Machine& machine, const Disk& disk) {
     if (disk.interface == "MMC" || disk.interface == "SD") {
         return cardMaker(machine.text(disk.path + "/device/manfid"), disk.interface == "SD");
     }
-    const std::string vendor = machine.text(disk.path + "/device/vendor");
+    std::string vendor = machine.text(disk.path + "/device/vendor");
     if (vendor == "ATA") return "";  // the name of the translation, not of a maker
     if (!startsWith(vendor, "0x")) return vendor;
     const std::string controller = pciAncestor(disk.path);
@@ -104,7 +104,7 @@ std::string serialNumber(Machine& machine, const Disk& disk, const std::string& 
         if (!serial.empty()) return serial;
     }
     const std::string page = machine.read(disk.path + "/device/vpd_pg80").value_or("");
-    const std::string serial(trim(vpdSerial(page)));
+    std::string serial(trim(vpdSerial(page)));
     if (!serial.empty()) return serial;
     if (disk.ata && !trim(disk.ata->serial).empty()) return disk.ata->serial;
     return std::string(machine.shared<UdevDatabase>().property(udevName, "ID_SERIAL_SHORT"));
