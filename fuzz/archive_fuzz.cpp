@@ -20,6 +20,6 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     // Every second one is passed over, so that both ways are walked.
     bool wanted = false;
     zuksw::readArchive(
-        bytes, limits, [&](std::string_view) { return wanted = !wanted; }, take);
+        bytes, limits, [&](std::string_view) { return wanted = !wanted; }, take, [] { return true; });
     return 0;
 }

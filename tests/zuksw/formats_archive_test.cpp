@@ -19,11 +19,13 @@ struct Content {
     std::vector<ArchiveMember> members;
 };
 
-Content read(const std::string& bytes, const ArchiveLimits& limits = {},
-             const std::function<bool(std::string_view)>& wanted = everything) {
+Content read(
+    const std::string& bytes, const ArchiveLimits& limits = {},
+    const std::function<bool(std::string_view)>& wanted = everything,
+    const std::function<bool()>& mayGoOn = [] { return true; }) {
     Content content;
-    content.outcome =
-        readArchive(bytes, limits, wanted, [&](ArchiveMember m) { content.members.push_back(std::move(m)); });
+    const auto take = [&](ArchiveMember m) { content.members.push_back(std::move(m)); };
+    content.outcome = readArchive(bytes, limits, wanted, take, mayGoOn);
     return content;
 }
 
@@ -46,6 +48,38 @@ TEST(Archive, MembersOfEveryFormat) {
         EXPECT_EQ(content.members[0].content, "one") << c.what;
         EXPECT_EQ(content.members[1].content, std::string(100000, 'x')) << c.what;
         EXPECT_EQ(content.members[2].content, "") << c.what;
+    }
+}
+
+TEST(Archive, StopsBetweenMembers) {
+    for (const FormatCase& c : kFormats) {
+        int members = 0;
+        const ArchiveOutcome outcome = readArchive(
+            packArchive(c.form, {{"first", "one"}, {"second", "two"}}), {}, everything,
+            [&](const ArchiveMember& /*member*/) { ++members; }, [&] { return members == 0; });
+        EXPECT_EQ(ArchiveState::kStopped, outcome.state) << c.what;
+        EXPECT_EQ(1, members) << c.what;
+    }
+}
+
+// Of what is inflated, wanted or passed over: other members are there at once.
+TEST(Archive, StopsInsideALargeMember) {
+    struct Case {
+        FormatCase format;
+        bool isWanted;
+    };
+    constexpr Case kCases[] = {{{"zip", zipForm}, true},        {{"tar.gz", tarGzForm}, true},
+                               {{"tar.xz", tarXzForm}, true},   {{"tar.zst", tarZstForm}, true},
+                               {{"tar.gz", tarGzForm}, false},  {{"tar.xz", tarXzForm}, false},
+                               {{"tar.zst", tarZstForm}, false}};
+    const ArchiveLimits anyRatio = {100, 16'000'000, 16'000'000, 1'000'000};
+    for (const Case& c : kCases) {
+        int asked = 0;
+        const Content content = read(
+            packArchive(c.format.form, {{"large", std::string(8'000'000, 'x')}}), anyRatio,
+            [&](std::string_view /*name*/) { return c.isWanted; }, [&] { return ++asked <= 3; });
+        EXPECT_EQ(ArchiveState::kStopped, content.outcome.state) << c.format.what << c.isWanted;
+        EXPECT_EQ(0U, content.members.size()) << c.format.what << c.isWanted;
     }
 }
 

@@ -18,11 +18,12 @@ ArchiveLimits limitsOf(const Configuration& configuration) {
 
 Causes causesOf(ArchiveState state) {
     if (state == ArchiveState::kOk || state == ArchiveState::kNotAnArchive) return 0;
+    if (state == ArchiveState::kStopped) return toCauses(Cause::kTimeBudget);
     return toCauses(state == ArchiveState::kLimit ? Cause::kArchiveLimit : Cause::kBadArchive);
 }
 
 void report(ArchiveState state, const std::string& problem, const std::string& path, Machine& machine) {
-    if (causesOf(state) == 0) return;
+    if (causesOf(state) == 0 || state == ArchiveState::kStopped) return;
     const bool limit = state == ArchiveState::kLimit;
     machine.events.add(limit ? EventCode::kArchiveLimit : EventCode::kBadArchive, {}, problem, path);
 }
@@ -54,8 +55,8 @@ Causes readMembers(const FileObject& archive, const std::function<bool(std::stri
                                                         : "members cannot be read",
                archive.path(), machine);
     };
-    const ArchiveOutcome outcome =
-        readArchive(opened.contents->bytes(), limitsOf(machine.configuration), wanted, takeGood);
+    const ArchiveOutcome outcome = readArchive(opened.contents->bytes(), limitsOf(machine.configuration),
+                                               wanted, takeGood, [&] { return !machine.budget.isSpent(); });
     report(outcome.state, outcome.problem, archive.path(), machine);
     if (opened.contents->changed()) causes |= toCauses(Cause::kChanged);
     return causes | causesOf(outcome.state);

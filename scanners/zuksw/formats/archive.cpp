@@ -5,6 +5,7 @@
 #include <locale.h>
 
 #include <cerrno>
+#include <functional>
 #include <memory>
 #include <optional>
 #include <utility>
@@ -76,12 +77,12 @@ std::optional<std::string> nameOf(archive_entry* entry) {
 
 class Reading {
   public:
-    Reading(std::string_view bytes, const ArchiveLimits& limits)
-        : bytes_(bytes), limits_(limits), handle_(open(bytes)) {}
+    Reading(std::string_view bytes, const ArchiveLimits& limits, const std::function<bool()>& mayGoOn)
+        : bytes_(bytes), limits_(limits), mayGoOn_(mayGoOn), handle_(open(bytes)) {}
 
     ArchiveOutcome run(const std::function<bool(std::string_view)>& wanted,
                        const std::function<void(ArchiveMember)>& take) {
-        for (std::uint64_t count = 0; outcome_.state == ArchiveState::kOk; ++count) {
+        for (std::uint64_t count = 0; goesOn(); ++count) {
             archive_entry* entry = nullptr;
             const int status = archive_read_next_header(handle_.get(), &entry);
             if (status == ARCHIVE_EOF) break;
@@ -98,6 +99,11 @@ class Reading {
     }
 
   private:
+    bool goesOn() {
+        if (outcome_.state == ArchiveState::kOk && !mayGoOn_()) fail(ArchiveState::kStopped, "stopped");
+        return outcome_.state == ArchiveState::kOk;
+    }
+
     void fail(ArchiveState state, std::string problem) {
         outcome_.state = state;
         outcome_.problem = std::move(problem);
@@ -130,6 +136,7 @@ class Reading {
         }
         if (member.state != ArchiveState::kOk) member.content = {};
         const bool left = member.state == ArchiveState::kEncrypted || member.state == ArchiveState::kLimit;
+        if (outcome_.state == ArchiveState::kStopped) return;
         take(std::move(member));
         if (left) skip();
     }
@@ -183,11 +190,12 @@ class Reading {
         } else if (outcome_.inflated > kRatioMatters && outcome_.inflated > allowed) {
             fail(ArchiveState::kLimit, "the archive is packed more densely than is allowed");
         }
-        return outcome_.state == ArchiveState::kOk;
+        return goesOn();
     }
 
     std::string_view bytes_;
     const ArchiveLimits& limits_;
+    const std::function<bool()>& mayGoOn_;
     Handle handle_;
     ArchiveOutcome outcome_;
 };
@@ -196,9 +204,10 @@ class Reading {
 
 ArchiveOutcome readArchive(std::string_view bytes, const ArchiveLimits& limits,
                            const std::function<bool(std::string_view name)>& wanted,
-                           const std::function<void(ArchiveMember)>& take) {
+                           const std::function<void(ArchiveMember)>& take,
+                           const std::function<bool()>& mayGoOn) {
     const Utf8Locale utf8;
-    return Reading(bytes, limits).run(wanted, take);
+    return Reading(bytes, limits, mayGoOn).run(wanted, take);
 }
 
 }  // namespace zuksw

@@ -19,7 +19,8 @@ enum class ArchiveState {
     kNotAnArchive,  ///< none of the formats that are read
     kDamaged,
     kEncrypted,
-    kLimit,  ///< more than the limits allow
+    kLimit,    ///< more than the limits allow
+    kStopped,  ///< the caller did not want to go on
 };
 
 struct ArchiveMember {
@@ -35,12 +36,15 @@ struct ArchiveOutcome {
 };
 
 /** Reads a zip (jar, war, ear, whl), tar (plain or compressed by gzip, xz or zstd), Debian package or cpio
- * archive. Only regular files count as members. wanted  asked for each member by name take    receives those
- * wanted, in the order of the archive; the ones before some damage come all the same The limits are checked
- * while inflating, so no archive costs more memory than its largest member may have, and what the format
- * itself asks for (up to 128 MiB for zstd's window). */
+ * archive. Only regular files count as members. The limits are checked while inflating, so no archive costs
+ * more memory than its largest member may have, and what the format itself asks for (up to 128 MiB for zstd's
+ * window).
+ *   wanted   asked for each member by name
+ *   take     receives those wanted, in the order of the archive; the ones before some damage come all the
+ * same mayGoOn  asked before each member and each block; the answer false ends the reading */
 ArchiveOutcome readArchive(std::string_view bytes, const ArchiveLimits& limits,
                            const std::function<bool(std::string_view name)>& wanted,
-                           const std::function<void(ArchiveMember)>& take);
+                           const std::function<void(ArchiveMember)>& take,
+                           const std::function<bool()>& mayGoOn);
 
 }  // namespace zuksw
