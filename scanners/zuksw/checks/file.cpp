@@ -136,9 +136,14 @@ FileQuery File::walkQuery() const {
     } else {
         addNames(*Glob::parseName("*", &error));
     }
-    query.key = std::to_string(types_) + '\n' + (query.pattern ? "m" + query.pattern->text() : "n") + '\n' +
-                (name_ ? name_->pattern : "") + '\n' + (query.path ? path_->pattern : "") + '\n' +
-                query.under;
+    query.key.reserve(64);
+    query.key.append(1, static_cast<char>('0' + types_)).append(query.pattern ? "m" : "n");
+    if (query.pattern) query.key += query.pattern->text();
+    query.key += '\n';
+    if (name_) query.key += name_->pattern;
+    query.key += '\n';
+    if (query.path) query.key += path_->pattern;
+    query.key.append("\n").append(query.under);
     return query;
 }
 

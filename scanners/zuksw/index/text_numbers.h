@@ -21,16 +21,20 @@ class TextNumbers {
   private:
     static constexpr std::uint32_t kNone = UINT32_MAX;
     struct Entry {
-        std::size_t hash;
         std::uint32_t offset;
         std::uint32_t length;
     };
+    // A part of the hash stands beside the number, so that a text is looked at only when it is the one.
+    struct Slot {
+        std::uint32_t hash = 0;
+        std::uint32_t number = kNone;
+    };
     void grow();
-    std::size_t slotOf(std::string_view text, std::size_t hash) const;
+    std::size_t slotOf(std::string_view text, std::uint32_t hash) const;
 
     std::string pool_;  // every text
     std::vector<Entry> entries_;
-    std::vector<std::uint32_t> table_;  // by hash; the next free place after a collision
+    std::vector<Slot> table_;  // by hash; the next free place after a collision
 };
 
 }  // namespace zuksw

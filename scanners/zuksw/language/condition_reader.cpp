@@ -67,8 +67,9 @@ std::optional<GlobTemplate> ConditionReader::glob(std::string_view attribute, bo
     }
     GlobTemplate glob;
     glob.text = Template::parse(*value, scope_, element_.offset);
-    const std::optional<std::string> fixed = fixedText(glob.text, quoteGlob);
-    const std::string text = fixed ? *fixed : glob.text.withStandIn("x");
+    std::optional<std::string> fixed = fixedText(glob.text, quoteGlob);
+    const std::string standIn = fixed ? std::string() : glob.text.withStandIn("x");
+    const std::string& text = fixed ? *fixed : standIn;
     if (!name && !relative) {
         const bool open = !fixed && glob.text.pieces()[0].type != TemplatePiece::Type::kLiteral;
         if (!open && text[0] != '/' && text.compare(0, 2, "**") != 0 && text[0] != '{') {
@@ -83,8 +84,8 @@ std::optional<GlobTemplate> ConditionReader::glob(std::string_view attribute, bo
         bad(attribute, *value, error);
         return std::nullopt;
     }
-    glob.pattern = fixed ? *fixed : glob.text.withStandIn("*");
     if (fixed) glob.fixed = std::move(parsed);
+    glob.pattern = fixed ? *std::move(fixed) : glob.text.withStandIn("*");
     return glob;
 }
 

@@ -28,7 +28,9 @@ struct GlobTemplate {
 class ConditionReader {
   public:
     ConditionReader(const Element& element, Scope* scope, PatternStore* patterns)
-        : element_(element), scope_(scope), patterns_(patterns), taken_(element.attributes.size()) {}
+        : element_(element), scope_(scope), patterns_(patterns), taken_(element.attributes.size()) {
+        asked_.reserve(kMostAsked);
+    }
 
     bool has(std::string_view attribute) const { return element_.find(attribute) != nullptr; }
     /** The raw value; nothing when it is absent. */
@@ -67,6 +69,8 @@ class ConditionReader {
     PatternStore& patterns() const { return *patterns_; }
 
   private:
+    static constexpr std::size_t kMostAsked = 24;
+
     void bad(std::string_view attribute, std::string_view value, const std::string& why);
     std::optional<std::string> fixedText(const Template& text, std::string (*quote)(std::string_view)) const;
     std::optional<GlobTemplate> glob(std::string_view attribute, bool name, bool relative);

@@ -71,18 +71,24 @@ bool matchSteps(const GlobSteps& steps, const std::vector<std::string_view>& com
 }  // namespace
 
 std::optional<Glob> Glob::parseName(std::string_view text, std::string* error) {
-    const auto texts = expandBraces(text, error);
-    if (!texts) return std::nullopt;
     Glob glob;
-    for (const std::string& alternative : *texts) {
+    const auto add = [&](std::string_view alternative) {
         if (alternative.find('/') != alternative.npos) {
             *error = "a name holds no '/'; use 'path' for directories";
-            return std::nullopt;
+            return false;
         }
         std::optional<NameGlob> name = NameGlob::parse(alternative, error);
-        if (!name) return std::nullopt;
-        glob.alternatives_.emplace_back().push_back({false, *std::move(name)});
+        if (name) glob.alternatives_.emplace_back().push_back({false, *std::move(name)});
+        return name.has_value();
+    };
+    bool parsed = false;
+    if (text.find('{') == text.npos) {
+        parsed = add(text);
+    } else {
+        const auto texts = expandBraces(text, error);
+        parsed = texts && std::all_of(texts->begin(), texts->end(), add);
     }
+    if (!parsed) return std::nullopt;
     return glob;
 }
 

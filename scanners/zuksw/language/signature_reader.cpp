@@ -1,6 +1,7 @@
 #include "scanners/zuksw/language/signature_reader.h"
 
 #include <algorithm>
+#include <initializer_list>
 #include <utility>
 
 #include "scanners/zuksw/checks/table.h"
@@ -33,8 +34,9 @@ class Reader {
     void readVariable(const Element& element);
     void readMetadata(const Element& element);
     void readOutcome();
-    void ignore(const Element& element, const std::vector<std::string_view>& known);
-    void ignoreAttributes(const Element& element, const std::vector<std::string_view>& known);
+    using Words = std::initializer_list<std::string_view>;
+    void ignore(const Element& element, Words known);
+    void ignoreAttributes(const Element& element, Words known);
     void problem(const Element& element, std::string text) { scope_.report(element.offset, std::move(text)); }
 
     const Element& element_;
@@ -53,7 +55,7 @@ std::string valueOf(const Element& element, std::string_view attribute) {
     return value == nullptr ? std::string() : std::string(*value);
 }
 
-void Reader::ignore(const Element& element, const std::vector<std::string_view>& known) {
+void Reader::ignore(const Element& element, Words known) {
     if (report_->ignored.size() == kMaxIgnored) return;
     if (element.name.empty()) {
         if (!isBlank(element.text))
@@ -66,7 +68,7 @@ void Reader::ignore(const Element& element, const std::vector<std::string_view>&
                                                                  : suggest(element.name, known))});
 }
 
-void Reader::ignoreAttributes(const Element& element, const std::vector<std::string_view>& known) {
+void Reader::ignoreAttributes(const Element& element, Words known) {
     for (const Attribute& attribute : element.attributes) {
         if (report_->ignored.size() == kMaxIgnored) return;
         if (std::find(known.begin(), known.end(), attribute.name) != known.end()) continue;

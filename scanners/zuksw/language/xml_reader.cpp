@@ -50,6 +50,7 @@ class Reading {
   private:
     std::string_view keep(std::string_view text);
     Element* make(std::string_view name);
+    bool wantsText() const;
     void flushText();
     void deliver(const Element& node);
     void clear();
@@ -100,9 +101,15 @@ void Reading::clear() {
     memory_.release();
 }
 
+bool Reading::wantsText() const {
+    if (!textIsBlank_) return depth_ > 0;
+    return std::any_of(open_.begin(), open_.end(),
+                       [this](const Element* e) { return sink_->keepsBlanks(e->name); });
+}
+
 void Reading::flushText() {
     if (text_.empty()) return;
-    if (!open_.empty() || (depth_ > 0 && !isBlank(text_))) {
+    if (wantsText()) {
         Element* node = make({});
         node->offset = textOffset_;
         node->text = keep(text_);
@@ -124,13 +131,16 @@ void Reading::start(const XML_Char* name, const XML_Char** pairs) {
         std::string why = sink_->onRoot(name);
         if (!why.empty()) return refuse(std::move(why));
     }
-    for (const XML_Char** pair = pairs; *pair != nullptr; pair += 2) {
-        if (std::strlen(pair[1]) > kMaxAttribute)
-            return refuse("an attribute is longer than 64 KiB; shorten it");
+    const bool isKept = depth_ >= level_;
+    Element* element = isKept ? make(name) : nullptr;
+    if (isKept)
+        element->attributes.reserve(static_cast<std::size_t>(XML_GetSpecifiedAttributeCount(parser_)) / 2);
+    for (; *pairs != nullptr; pairs += 2) {
+        const std::string_view value = pairs[1];
+        if (value.size() > kMaxAttribute) return refuse("an attribute is longer than 64 KiB; shorten it");
+        if (isKept) element->attributes.push_back({keep(pairs[0]), keep(value)});
     }
-    if (depth_ < level_) return;
-    Element* element = make(name);
-    for (; *pairs != nullptr; pairs += 2) element->attributes.push_back({keep(pairs[0]), keep(pairs[1])});
+    if (!isKept) return;
     if (!open_.empty()) open_.back()->children.push_back(element);
     open_.push_back(element);
 }

@@ -24,6 +24,8 @@ class XmlSink {
     virtual std::string onRoot(std::string_view name) = 0;
     /** An element at the level asked for, or a piece of text above it; valid during the call only. */
     virtual std::string onNode(const Element& node) = 0;
+    /** Whether text that is all blank shall be handed over inside elements of that name, however deep. */
+    virtual bool keepsBlanks(std::string_view /*element*/) const { return true; }
 };
 
 /** Reads the document in `bytes` and hands over each element at `level` (1 is the root itself). Bytes that
