@@ -55,9 +55,10 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     configuration.content.regexMemory = 1 << 20;
     zuksw::PatternStore patterns(1 << 20);
     zuksw::Presets presets(configuration.presets);
-    zuksw::SignatureSet set;
-    if (!set.read({reinterpret_cast<const char*>(data), size}, &patterns, &presets, 1).empty()) return 0;
     const std::atomic<bool> stop{false};
+    zuksw::SignatureSet set;
+    if (!set.read({reinterpret_cast<const char*>(data), size}, &patterns, &presets, 1, stop).empty())
+        return 0;
     const zuksw::Budget budget(5, stop);
     zuksw::Events events(100);
     const zuksw::Territory territory(configuration, *kFiles, {});

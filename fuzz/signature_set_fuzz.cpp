@@ -1,5 +1,6 @@
 // A file of signatures is read without harm whatever its bytes. When it is not rejected, a signature is
 // invalid exactly when some finding says why, and each is in one wave.
+#include <atomic>
 #include <cstddef>
 #include <cstdint>
 #include <cstdlib>
@@ -12,9 +13,10 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     const std::vector<zuksw::Preset> values = {{"a", "1", ""}, {"a", "2", "g"}, {"b", "/x*", "g"}};
     zuksw::PatternStore patterns(1 << 20);
     zuksw::Presets presets(values);
+    const std::atomic<bool> stop{false};
     zuksw::SignatureSet set;
     const std::string_view bytes(reinterpret_cast<const char*>(data), size);
-    if (!set.read(bytes, &patterns, &presets, 1).empty()) return 0;
+    if (!set.read(bytes, &patterns, &presets, 1, stop).empty()) return 0;
     std::vector<int> errors(set.signatures().size());
     for (const zuksw::Finding& finding : set.findings()) {
         if (finding.offset > size) std::abort();

@@ -139,6 +139,21 @@ TEST_F(ProgramTest, BytesOfALatin1FileThatAreUtf8ByThemselvesAreLatin1) {
     EXPECT_NE(std::string::npos, result.output.find("&#195;&#169;")) << result.output;
 }
 
+// The signatures come through a pipe, so that the program is sure to wait for them when the signal comes.
+TEST_F(ProgramTest, SigtermEndsTheReadingOfSignatures) {
+    const std::string text =
+        work_.file("text.xml", "<Signatures>" + signature("<File name=\"f\"/>") + "</Signatures>");
+    const std::string pipe = work_.path() + "/pipe";
+    ASSERT_EQ(0, ::mkfifo(pipe.c_str(), 0600));
+    const ScanResult result = take(shell(
+        commandLine(configurationFile({}, "<Variable name=\"v\" value=\"1\" guid=\"\"/>"), pipe) +
+        " & exec 3>" + quoted(pipe) + "; kill -TERM $!; cat " + quoted(text) + " >&3; exec 3>&-; wait $!"));
+    EXPECT_EQ(0, result.status) << result.messages;
+    EXPECT_NE(std::string::npos, result.messages.find("done: signatures=0 ")) << result.messages;
+    EXPECT_TRUE(result.has("time-budget"));
+    EXPECT_FALSE(result.has("preset-unused"));
+}
+
 TEST_F(ProgramTest, SignaturesMayStandBackToBack) {
     const std::string one = signature("<Test value=\"1\" eq=\"1\"/>");
     const ScanResult result = scan(one + one);

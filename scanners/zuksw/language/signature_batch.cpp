@@ -13,11 +13,14 @@ constexpr std::size_t kShare = 256;          // queries that are shared at a tim
 
 }  // namespace
 
-std::vector<std::uint32_t> SharedQueries::add(std::vector<FileQuery> queries) {
+std::vector<std::uint32_t> SharedQueries::take(std::vector<FileQuery>* queries) {
     std::vector<std::uint32_t> numbers;
-    numbers.reserve(queries.size());
-    const std::lock_guard<std::mutex> lock(mutex_);
-    for (FileQuery& query : queries) numbers.push_back(queries_.add(std::move(query)));
+    numbers.reserve(queries->size());
+    {
+        const std::lock_guard<std::mutex> lock(mutex_);
+        for (FileQuery& query : *queries) numbers.push_back(queries_.add(std::move(query)));
+    }
+    queries->clear();
     return numbers;
 }
 
@@ -27,6 +30,7 @@ std::string SignatureSink::onRoot(std::string_view name) {
 }
 
 std::string SignatureSink::onNode(const Element& node) {
+    if (stop_.load(std::memory_order_relaxed)) return "the reading was stopped";
     if (node.name != "Signature" && ++strays_ > kMaxStrays)
         return "more than 100000 elements and texts are no signatures; remove them";
     if (node.name.empty()) {
@@ -80,7 +84,7 @@ void SignatureSink::keep(std::unique_ptr<const Signature> signature, ListedSigna
 }
 
 void SignatureSink::shareQueries() {
-    const std::vector<std::uint32_t> numbers = shared_->add(std::exchange(queries_, {}));
+    const std::vector<std::uint32_t> numbers = shared_->take(&queries_);
     for (const Beginning& beginning : beginnings_)
         batch_.signatures[beginning.signature].query = numbers[beginning.query];
     beginnings_.clear();

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <atomic>
 #include <cstdint>
 #include <memory>
 #include <mutex>
@@ -63,8 +64,8 @@ struct SignatureBatch {
 class SharedQueries {
   public:
     explicit SharedQueries(QuerySet* queries) : queries_(*queries) {}
-    /** The numbers of the queries. */
-    std::vector<std::uint32_t> add(std::vector<FileQuery> queries);
+    /** Takes the queries; returns their numbers. */
+    std::vector<std::uint32_t> take(std::vector<FileQuery>* queries);
 
   private:
     std::mutex mutex_;
@@ -76,11 +77,14 @@ class SignatureSink : public XmlSink {
   public:
     static constexpr std::size_t kMaxSignatures = 100'000;
 
-    SignatureSink(PatternStore* patterns, Presets* presets, SharedQueries* shared, SignatureBatch* batch)
-        : patterns_(patterns), presets_(presets), shared_(shared), batch_(*batch) {}
+    /** stop: ends the reading when set. */
+    SignatureSink(PatternStore* patterns, Presets* presets, const std::atomic<bool>& stop,
+                  SharedQueries* shared, SignatureBatch* batch)
+        : patterns_(patterns), presets_(presets), stop_(stop), shared_(shared), batch_(*batch) {}
 
     std::string onRoot(std::string_view name) override;
     std::string onNode(const Element& node) override;
+    bool keepsBlanks(std::string_view element) const override { return element == "Metadata"; }
     /** Call when all is read. */
     void shareQueries();
 
@@ -95,6 +99,7 @@ class SignatureSink : public XmlSink {
 
     PatternStore* patterns_;
     Presets* presets_;
+    const std::atomic<bool>& stop_;
     SharedQueries* shared_;
     SignatureBatch& batch_;
     std::size_t strays_ = 0;

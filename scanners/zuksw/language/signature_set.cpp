@@ -1,7 +1,6 @@
 #include "scanners/zuksw/language/signature_set.h"
 
 #include <algorithm>
-#include <atomic>
 #include <iterator>
 #include <map>
 
@@ -16,6 +15,7 @@ namespace {
 
 constexpr std::size_t kBrief = 100;                       // hardly any signature is shorter
 constexpr std::size_t kMinPiece = std::size_t{1} << 20U;  // smaller ones are read before a thread has begun
+constexpr std::size_t kPiecesOfThread = 4;                // so that all threads end at about the same time
 
 // Takes the one signature of a piece.
 class OneSignature : public XmlSink {
@@ -23,6 +23,7 @@ class OneSignature : public XmlSink {
     OneSignature(PatternStore* patterns, Presets* presets) : patterns_(patterns), presets_(presets) {}
 
     std::string onRoot(std::string_view /*name*/) override { return {}; }
+    bool keepsBlanks(std::string_view element) const override { return element == "Metadata"; }
     std::string onNode(const Element& node) override {
         SignatureReport report;
         signature = std::make_unique<const Signature>(readSignature(node, patterns_, presets_, &report));
@@ -38,6 +39,7 @@ class OneSignature : public XmlSink {
 
 template <typename Value>
 void moveAll(std::vector<Value>* from, std::vector<Value>* to) {
+    if (to->empty()) return to->swap(*from);
     to->insert(to->end(), std::make_move_iterator(from->begin()), std::make_move_iterator(from->end()));
 }
 
@@ -57,28 +59,28 @@ bool SignatureSet::append(SignatureBatch batch) {
 
 // False when the file has to be read as a whole: it is small, or something is wrong with it and only its
 // reader can say where.
-bool SignatureSet::readPieces(unsigned threads) {
-    const auto count = std::min<std::size_t>(threads, bytes_.size() / kMinPiece);
-    if (count < 2) return false;
+bool SignatureSet::readPieces(unsigned threads, const std::atomic<bool>& stop) {
+    const auto count = std::min<std::size_t>(threads * kPiecesOfThread, bytes_.size() / kMinPiece);
+    if (threads < 2 || count < 2) return false;
     const std::vector<XmlPiece> pieces = cutXml(bytes_, "Signatures", "Signature", count);
     std::vector<SignatureBatch> batches(pieces.size());
+    batches[0].signatures.reserve(std::min(bytes_.size() / kBrief, SignatureSink::kMaxSignatures));
     SharedQueries queries(&queries_);
     std::atomic<std::size_t> next{0};
     std::atomic<bool> refused{false};
     runOnThreads(threads, [&] {
         for (std::size_t i = next++; i < pieces.size(); i = next++) {
-            SignatureSink sink(patterns_, presets_, &queries, &batches[i]);
+            SignatureSink sink(patterns_, presets_, stop, &queries, &batches[i]);
             if (!isUtf8(pieces[i].bytes) || readXml(pieces[i], 2, &sink)) refused = true;
             sink.shareQueries();
         }
     });
     if (refused) return false;
-    signatures_.reserve(std::min(bytes_.size() / kBrief, SignatureSink::kMaxSignatures));
     return std::all_of(batches.begin(), batches.end(),
                        [this](SignatureBatch& batch) { return append(std::move(batch)); });
 }
 
-std::optional<XmlError> SignatureSet::readWhole() {
+std::optional<XmlError> SignatureSet::readWhole(const std::atomic<bool>& stop) {
     signatures_.clear();
     references_.clear();
     findings_.clear();
@@ -86,7 +88,7 @@ std::optional<XmlError> SignatureSet::readWhole() {
     isUtf8_ = isUtf8(bytes_);
     SignatureBatch batch;
     SharedQueries queries(&queries_);
-    SignatureSink sink(patterns_, presets_, &queries, &batch);
+    SignatureSink sink(patterns_, presets_, stop, &queries, &batch);
     std::optional<XmlError> error = readXml(XmlPiece{{}, bytes_, {}, 0, isUtf8_}, 2, &sink);
     sink.shareQueries();
     append(std::move(batch));
@@ -94,15 +96,19 @@ std::optional<XmlError> SignatureSet::readWhole() {
 }
 
 std::string SignatureSet::read(std::string_view bytes, PatternStore* patterns, Presets* presets,
-                               unsigned threads) {
+                               unsigned threads, const std::atomic<bool>& stop) {
     const std::string_view mark = bytes.substr(0, 2);
     if (mark == "\xFF\xFE" || mark == "\xFE\xFF") return "line 1, column 1: this is UTF-16; save it as UTF-8";
     bytes_ = bytes;
     patterns_ = patterns;
     presets_ = presets;
-    if (!readPieces(threads)) {
-        const std::optional<XmlError> error = readWhole();
-        if (error) return LineIndex(bytes).describe(error->offset) + ": " + error->text;
+    if (!readPieces(threads, stop)) {
+        const std::optional<XmlError> error = readWhole(stop);
+        if (error && !stop) return LineIndex(bytes).describe(error->offset) + ": " + error->text;
+    }
+    if (stop) {
+        *this = SignatureSet();
+        return {};
     }
     if (!isUtf8_) {
         findings_.push_back({Finding::Level::kWarning, EventCode::kEncoding, 0, Finding::kNone,

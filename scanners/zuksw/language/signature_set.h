@@ -1,5 +1,6 @@
 #pragma once
 
+#include <atomic>
 #include <cstdint>
 #include <memory>
 #include <optional>
@@ -18,9 +19,10 @@ namespace zuksw {
 class SignatureSet {
   public:
     /** Reads the file in `bytes`, a large one on several threads. Returns an empty string, or why it is
-     * rejected as a whole, with line and column. One invalid signature does not reject the others. What is
-     * handed in must outlive the set. */
-    std::string read(std::string_view bytes, PatternStore* patterns, Presets* presets, unsigned threads);
+     * rejected as a whole, with line and column. One invalid signature does not reject the others. When
+     * `stop` is set before all is read, the set is empty. What is handed in must outlive the set. */
+    std::string read(std::string_view bytes, PatternStore* patterns, Presets* presets, unsigned threads,
+                     const std::atomic<bool>& stop);
 
     const std::vector<ListedSignature>& signatures() const { return signatures_; }
     /** Reads a valid signature that was not kept. Any thread may ask. */
@@ -38,8 +40,8 @@ class SignatureSet {
     const std::vector<Finding>& findings() const { return findings_; }
 
   private:
-    bool readPieces(unsigned threads);
-    std::optional<XmlError> readWhole();
+    bool readPieces(unsigned threads, const std::atomic<bool>& stop);
+    std::optional<XmlError> readWhole(const std::atomic<bool>& stop);
     bool append(SignatureBatch batch);
     void index();
     void checkReferences();

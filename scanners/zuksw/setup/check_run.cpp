@@ -1,5 +1,6 @@
 #include "scanners/zuksw/setup/check_run.h"
 
+#include <atomic>
 #include <cstdint>
 
 #include "scanners/zuksw/language/line_index.h"
@@ -37,8 +38,9 @@ int checkSignatures(const std::string& path) {
     const Configuration configuration;
     PatternStore patterns(static_cast<std::int64_t>(configuration.content.regexMemory));
     Presets presets(configuration.presets);
+    const std::atomic<bool> stop{false};
     SignatureSet set;
-    error = set.read(*bytes, &patterns, &presets, threadsFor(configuration.limits.threads));
+    error = set.read(*bytes, &patterns, &presets, threadsFor(configuration.limits.threads), stop);
     if (!error.empty()) {
         say("error", path + ": " + error);
         return kExitSignatures;

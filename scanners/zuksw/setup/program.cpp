@@ -112,7 +112,8 @@ bool Run::readSignatures() {
         patterns_.emplace(static_cast<std::int64_t>(configuration_.content.regexMemory));
         presets_.emplace(configuration_.presets);
         error = signatures_.read(signatureBytes_, &*patterns_, &*presets_,
-                                 threadsFor(configuration_.limits.threads));
+                                 threadsFor(configuration_.limits.threads), stopRequested);
+        if (stopRequested) return true;  // nothing of what was read so far counts
         for (const Preset* preset : presets_->unused()) {
             events_.add(EventCode::kPresetUnused, preset->guid,
                         "no signature takes the preset variable '" + preset->name + "'");
