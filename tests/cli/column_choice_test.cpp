@@ -16,6 +16,7 @@ Column column(const wchar_t* title, const wchar_t* cell, bool alignRight = false
 
 std::vector<std::wstring> titlesOf(const std::vector<Column>& columns) {
     std::vector<std::wstring> titles;
+    titles.reserve(columns.size());
     for (const Column& shown : columns) titles.push_back(shown.title);
     return titles;
 }

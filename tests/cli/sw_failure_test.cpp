@@ -5,7 +5,6 @@
 
 using testing::AllOf;
 using testing::HasSubstr;
-using testing::Not;
 
 namespace {
 

@@ -13,6 +13,10 @@ std::string complaint(const std::string& path) {
     return schemaComplaint("zukcli.xsd", quoted(path));
 }
 
+std::string withXse(const std::string& content) {
+    return "<KAV><ZUK><XSE version='1.0'>" + content + "</XSE></ZUK></KAV>";
+}
+
 using HwConfigSchema = HardwareFixture;
 using SwConfigSchema = SoftwareFixture;
 
@@ -47,12 +51,9 @@ TEST_F(SwConfigSchema, OtherFilesAreNotValid) {
         "<ZUK><XSE version='1.0'/></ZUK>",
         "<KAV><ZUK><XSE version='2.0'/></ZUK></KAV>",
         "<KAV><ZUK><XSE version='1.0'/><Hardware version='1.0'/></ZUK></KAV>",
-        "<KAV><ZUK><XSE version='1.0'><PresetVariables><Variable name='a' "
-        "value='b'/></PresetVariables></XSE></ZUK>"
-        "</KAV>",
-        "<KAV><ZUK><XSE version='1.0'><Plugins><Plugin name='a' version='1.0'><Attribute name='b'/></Plugin>"
-        "</Plugins></XSE></ZUK></KAV>",
-        "<KAV><ZUK><XSE version='1.0'><Plugins/><PresetVariables/></XSE></ZUK></KAV>",
+        withXse("<PresetVariables><Variable name='a' value='b'/></PresetVariables>"),
+        withXse("<Plugins><Plugin name='a' version='1.0'><Attribute name='b'/></Plugin></Plugins>"),
+        withXse("<Plugins/><PresetVariables/>"),
     };
     for (const std::string& file : kFiles) EXPECT_NE("", complaint(folder.file("other.xml", file))) << file;
 }

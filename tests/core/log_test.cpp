@@ -140,6 +140,7 @@ TEST(LogThreads, MessagesOfAllLoggersComeOneAtATime) {
     constexpr int kThreads = 4;
     constexpr int kMessages = 200;
     std::vector<std::thread> threads;
+    threads.reserve(kThreads);
     for (int i = 0; i < kThreads; ++i) {
         threads.emplace_back([&shared] {
             ZUKlog log(1, LogRecorder::callback, &shared);

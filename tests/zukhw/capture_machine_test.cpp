@@ -112,7 +112,7 @@ class CaptureMachine : public testing::Test {
     }
 
     std::string plant() {
-        const std::string root = folder.path() + "/root";
+        std::string root = folder.path() + "/root";
         std::filesystem::create_directory(root);
         plantMachine(kMachine, root);
         return root;

@@ -4,6 +4,7 @@
 #include <cmath>
 #include <cstdio>
 #include <filesystem>
+#include <regex>
 
 #include "scanners/zukhw/parse.h"
 #include "scanners/zukhw/text.h"
@@ -67,11 +68,10 @@ void expectIdentity(const std::string& text, Expected* expected) {
     if ((*expected)["Model"].empty()) (*expected)["Model"] = quotedAfter(text, "Alphanumeric Data String:");
     (*expected)["SerialNumber"] = quotedAfter(text, "Display Product Serial Number:");
     const std::string made = after(text, "Made in:");
-    unsigned week = 0;
-    unsigned year = 0;
-    if (std::sscanf(made.c_str(), "week %u of %u", &week, &year) == 2) {
-        (*expected)["ManufactureWeek"] = std::to_string(week);
-        (*expected)["ManufactureYear"] = std::to_string(year);
+    std::smatch found;
+    if (std::regex_match(made, found, std::regex("week (\\d+) of (\\d+)"))) {
+        (*expected)["ManufactureWeek"] = found[1];
+        (*expected)["ManufactureYear"] = found[2];
     } else {
         (*expected)["ManufactureYear"] = made;
     }
@@ -86,39 +86,34 @@ void expectInput(const std::string& text, Expected* expected) {
             (*expected)["DigitalInterface"] = interface;
         }
     }
-    unsigned minV, maxV, minH, maxH, clock;
-    const std::size_t ranges = text.find("Monitor ranges");
-    if (ranges == std::string::npos) return;
-    const std::string line = text.substr(text.find("): ", ranges) + 3, 100);
-    const int found = std::sscanf(line.c_str(), "%u-%u Hz V, %u-%u kHz H, max dotclock %u MHz", &minV, &maxV,
-                                  &minH, &maxH, &clock);
-    if (found < 4) return;
-    (*expected)["MinVerticalHz"] = std::to_string(minV);
-    (*expected)["MaxVerticalHz"] = std::to_string(maxV);
-    (*expected)["MinHorizontalKHz"] = std::to_string(minH);
-    (*expected)["MaxHorizontalKHz"] = std::to_string(maxH);
-    if (found == 5) (*expected)["MaxPixelClockKHz"] = std::to_string(clock * 1000);
+    static const std::regex kRanges(
+        "Monitor ranges.*\\): (\\d+)-(\\d+) Hz V, (\\d+)-(\\d+) kHz H(?:, max dotclock (\\d+) MHz)?");
+    std::smatch found;
+    if (!std::regex_search(text, found, kRanges)) return;
+    (*expected)["MinVerticalHz"] = found[1];
+    (*expected)["MaxVerticalHz"] = found[2];
+    (*expected)["MinHorizontalKHz"] = found[3];
+    (*expected)["MaxHorizontalKHz"] = found[4];
+    if (found[5].matched) (*expected)["MaxPixelClockKHz"] = found[5].str() + "000";
 }
 
 // "1280x1024   60.019740 Hz   5:4     63.981 kHz    108.000000 MHz (338 mm x 270 mm)"
 void expectTimingAndSize(const std::string& text, Expected* expected) {
-    unsigned width = 0, height = 0;
-    if (std::sscanf(after(text, "Maximum image size:").c_str(), "%u cm x %u cm", &width, &height) == 2) {
-        width *= 10;
-        height *= 10;
+    unsigned long width = 0, height = 0;
+    std::smatch found;
+    const std::string size = after(text, "Maximum image size:");
+    if (std::regex_match(size, found, std::regex("(\\d+) cm x (\\d+) cm"))) {
+        width = std::stoul(found[1]) * 10;
+        height = std::stoul(found[2]) * 10;
     }
     const std::string timing = after(text, "DTD 1:");
-    unsigned x, y, exactWidth, exactHeight;
-    double hertz;
-    const std::size_t size = timing.find('(');
-    if (std::sscanf(timing.c_str(), "%ux%u%*[i ]%lf Hz", &x, &y, &hertz) == 3) {
-        (*expected)["PreferredResolution"] = std::to_string(x) + 'x' + std::to_string(y);
-        (*expected)["PreferredRefreshMilliHertz"] = std::to_string(std::lround(hertz * 1000));
+    if (std::regex_search(timing, found, std::regex("^(\\d+x\\d+)[i ]+([\\d.]+) Hz"))) {
+        (*expected)["PreferredResolution"] = found[1];
+        (*expected)["PreferredRefreshMilliHertz"] = std::to_string(std::lround(std::stod(found[2]) * 1000));
     }
-    if (size != std::string::npos &&
-        std::sscanf(timing.c_str() + size, "(%u mm x %u mm)", &exactWidth, &exactHeight) == 2) {
-        width = exactWidth;
-        height = exactHeight;
+    if (std::regex_search(timing, found, std::regex("\\((\\d+) mm x (\\d+) mm\\)"))) {
+        width = std::stoul(found[1]);
+        height = std::stoul(found[2]);
     }
     if (width == 0 || height == 0) return;
     (*expected)["WidthMillimetres"] = std::to_string(width);

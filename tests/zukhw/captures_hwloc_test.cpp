@@ -1,7 +1,6 @@
 // What is read from captured processors against the trees that hwloc makes of them.
 #include <gtest/gtest.h>
 
-#include <cstdio>
 #include <map>
 #include <set>
 
@@ -104,14 +103,10 @@ TEST(HwlocCaptures, HaveTheKindsOfCoresOfTheTree) {
         for (const Fields& cpu : collectInstances(machine, "Processor")) {
             std::string expected;
             for (const std::string_view line : lines(text)) {
-                unsigned kind = 0, efficiency = 0;
-                unsigned long set = 0;
-                const int found =
-                    std::sscanf(std::string(line).c_str(), "CPU kind #%u efficiency %u cpuset %lx", &kind,
-                                &efficiency, &set);
-                if (!isHybrid || found != 3) continue;
+                if (!isHybrid || !startsWith(line, "CPU kind #")) continue;
+                const auto set = parseHex(line.substr(line.rfind(' '))).value();
                 if ((set >> std::stoul(cpu.at("Index")) & 1U) != 0) {
-                    expected = efficiency == 0 ? "Efficiency" : "Performance";
+                    expected = between(line, "efficiency ", ' ') == "0" ? "Efficiency" : "Performance";
                 }
             }
             EXPECT_EQ(expected, valueOf(cpu, "CoreType")) << cpu.at("Index");

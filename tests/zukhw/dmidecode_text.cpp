@@ -1,15 +1,18 @@
 #include "tests/zukhw/dmidecode_text.h"
 
-#include <cstdio>
+#include <regex>
 
 #include "scanners/zukhw/text.h"
 
 std::vector<DmidecodeBlock> readDmidecode(std::string_view text) {
     std::vector<DmidecodeBlock> blocks;
     for (const std::string_view line : lines(text)) {
-        DmidecodeBlock block;
-        if (std::sscanf(std::string(line).c_str(), "Handle 0x%x, DMI type %u,", &block.handle, &block.type) ==
-            2) {
+        static const std::regex kHead("Handle (0x[0-9A-F]+), DMI type (\\d+),.*");
+        std::cmatch found;
+        if (std::regex_match(line.begin(), line.end(), found, kHead)) {
+            DmidecodeBlock block;
+            block.handle = static_cast<unsigned>(std::stoul(found[1], nullptr, 16));
+            block.type = static_cast<unsigned>(std::stoul(found[2]));
             blocks.push_back(block);
         }
         const bool isValue = startsWith(line, "\t") && !startsWith(line, "\t\t");

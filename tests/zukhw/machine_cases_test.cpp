@@ -57,7 +57,7 @@ std::string makeMachine(const std::string& description, const std::string& folde
         unpack(archive, folder);
         return folder + '/' + archive.substr(0, archive.find(".tar"));
     }
-    const std::string root = folder + "/root";
+    std::string root = folder + "/root";
     std::filesystem::create_directory(root);
     plantMachine(readFile(kMachines + valueOf(description, "tree")), root);
     const std::string more = valueOf(description, "more-files");

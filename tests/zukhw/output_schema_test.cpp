@@ -34,7 +34,7 @@ std::string faultOfFrame(const std::string& document) {
     std::size_t opened = std::string::npos;  // the end of the tag before, when it opens an element
     for (std::size_t tag = document.find("<Inventory"); tag != std::string::npos;) {
         const std::size_t end = document.find('>', tag);
-        const std::string here = document.substr(tag, 80);
+        std::string here = document.substr(tag, 80);
         const bool closes = document[tag + 1] == '/';
         const bool isBlank = std::string_view(" \t\r\n").find(document[tag - 1]) != std::string_view::npos;
         if (isBlank && !startsWith(here, "<Inventory")) return "a blank before " + here;
@@ -165,8 +165,8 @@ TEST(OutputSchema, RefusesWhatTheScannerMustNotWrite) {
         "<PCIDevice><Address>0000:00:02.0</Address><VendorId>0x8086</VendorId></PCIDevice>",
         "<PCIDevice><Address>0000:00:02.0</Address><VendorId>8086A</VendorId></PCIDevice>",
         "<PCIDevice><Address>0000:00:02.0</Address><VendorId>10DE</VendorId></PCIDevice>",
-        "<NetworkAdapter><InterfaceName>a</InterfaceName><Kind>Ethernet</Kind><MacAddress>00:00:5E:00:53:01"
-        "</MacAddress></NetworkAdapter>",
+        ("<NetworkAdapter><InterfaceName>a</InterfaceName><Kind>Ethernet</Kind>"
+         "<MacAddress>00:00:5E:00:53:01</MacAddress></NetworkAdapter>"),
         "<PCSystemParams><BiosDate>01/02/2020</BiosDate></PCSystemParams>",
         "<OperatingSystem><BootTime>2026-11-20 22:05:45</BootTime></OperatingSystem>",
         "<OperatingSystem><BootTime>2026-13-20T22:05:45Z</BootTime></OperatingSystem>",

@@ -44,7 +44,7 @@ const MistakeCase kMistakes[] = {
      ": line 2, column 21: a DOCTYPE is not allowed; rem"},
     {"<Signatures>\n<?xml version='1.0'?></Signatures>",
      ": line 2, column 1: not well-formed XML: XML or text declaration not at start of entity; remove the"},
-    {"\xFF\xFE<\x00", ": line 1, column 1: this is UTF-16; save it as UTF-8"},
+    {"\xFF\xFE<", ": line 1, column 1: this is UTF-16; save it as UTF-8"},
     {one("<Signature guid='g' name='n'>"),
      ": line 3, column 3: not well-formed XML: mismatched tag; close first what was opened last "
      "(<Signature> is"},

@@ -60,5 +60,6 @@ Verdict ask(const std::vector<std::string>& argv) {
 
 int judgedCases(int usual) {
     const char* factor = std::getenv("ZUK_JUDGE_FACTOR");
-    return factor == nullptr ? usual : usual * std::max(1, std::atoi(factor));
+    return factor == nullptr ? usual
+                             : usual * std::max(1, static_cast<int>(std::strtol(factor, nullptr, 10)));
 }

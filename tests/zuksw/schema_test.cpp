@@ -252,10 +252,10 @@ TEST_F(Schema, RefusesOtherResults) {
           "<MatchedSignature guid='g' name='n'><Variable name='' value=''/></MatchedSignature>",
           "<MatchedSignature guid='g' name='n'><Metadata/><Variable name='v' value=''/></MatchedSignature>",
           "<MatchedSignature guid='g' name='n'><Metadata/><Metadata/></MatchedSignature>",
-          "<MatchedSignature guid='g' name='n'><Metadata><Evidence><Item kind='dream'/></Evidence></Metadata>"
-          "</MatchedSignature>",
-          "<MatchedSignature guid='g' name='n'><Metadata><Evidence><Item kind='file' size='big'/></Evidence>"
-          "</Metadata></MatchedSignature>"}) {
+          ("<MatchedSignature guid='g' name='n'><Metadata>"
+           "<Evidence><Item kind='dream'/></Evidence></Metadata></MatchedSignature>"),
+          ("<MatchedSignature guid='g' name='n'><Metadata>"
+           "<Evidence><Item kind='file' size='big'/></Evidence></Metadata></MatchedSignature>")}) {
         work_.file("output.xml", "<Results>" + std::string(result) + "</Results>");
         EXPECT_NE("", ofOutput()) << result;
     }

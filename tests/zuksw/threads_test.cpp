@@ -16,7 +16,7 @@ class ScanThreads : public ScanTest {
 
     // The scan on one thread, after scans on many have been compared with it.
     ScanResult scanOnMany(const std::string& signatures) {
-        const ScanResult one = scan(signatures, {{"limits/Threads", "1"}});
+        ScanResult one = scan(signatures, {{"limits/Threads", "1"}});
         for (const char* threads : {"2", "8"}) {
             const ScanResult many = scan(signatures, {{"limits/Threads", threads}});
             EXPECT_EQ(one.status, many.status) << many.messages;
