@@ -20,24 +20,27 @@ ShellResult follow(const std::string& page, const std::string& script) {
     return zuk.run(kExtract + page + " && sh -eu " + script);
 }
 
+// The same for one that must succeed: what it prints.
+std::string outputOf(const std::string& page, const std::string& script) {
+    const ShellResult result = follow(page, script);
+    EXPECT_EQ(0, result.status) << result.err;
+    return result.out;
+}
+
 }  // namespace
 
 TEST(Documentation, TheReadmesProgramReadsTheMemory) {
-    const ShellResult result = follow("README.md", "build-memory.sh");
-    EXPECT_EQ(0, result.status) << result.err;
-    EXPECT_THAT(result.out, ContainsRegex("^This machine has [0-9]+ bytes of memory.\n$"));
+    EXPECT_THAT(outputOf("README.md", "build-memory.sh"),
+                ContainsRegex("^This machine has [0-9]+ bytes of memory.\n$"));
 }
 
 TEST(Documentation, TheCommandsOfTheQuickStartWork) {
-    const ShellResult result = follow("docs/quickstart.md", "shell.sh");
-    EXPECT_EQ(0, result.status) << result.err;
-    EXPECT_THAT(result.out, HasSubstr("\"OperatingSystem\": ["));
+    EXPECT_THAT(outputOf("docs/quickstart.md", "shell.sh"), HasSubstr("\"OperatingSystem\": ["));
 }
 
 TEST(Documentation, TheInventoryOfTheQuickStartHasFields) {
-    const ShellResult result = follow("docs/quickstart.md", "build-inventory.sh");
-    EXPECT_EQ(0, result.status) << result.err;
-    EXPECT_THAT(result.out, ContainsRegex("\nMemory 0\n  [A-Za-z]+ = "));
+    EXPECT_THAT(outputOf("docs/quickstart.md", "build-inventory.sh"),
+                ContainsRegex("\nMemory 0\n  [A-Za-z]+ = "));
 }
 
 TEST(Documentation, TheSignatureOfTheQuickStartFindsTheShell) {
@@ -48,9 +51,8 @@ TEST(Documentation, TheSignatureOfTheQuickStartFindsTheShell) {
 }
 
 TEST(Documentation, TheSoftwareProgramOfTheQuickStartFindsTheShell) {
-    const ShellResult result = follow("docs/quickstart.md", "build-software.sh");
-    EXPECT_EQ(0, result.status) << result.err;
-    EXPECT_THAT(result.out, ContainsRegex("^bash [0-9.]+ at /usr/bin/bash\n$"));
+    EXPECT_THAT(outputOf("docs/quickstart.md", "build-software.sh"),
+                ContainsRegex("^bash [0-9.]+ at /usr/bin/bash\n$"));
 }
 
 TEST(Documentation, TheMessagesOfTheQuickStartTellTheFailure) {
@@ -61,9 +63,7 @@ TEST(Documentation, TheMessagesOfTheQuickStartTellTheFailure) {
 }
 
 TEST(Documentation, TheCxxProgramOfTheQuickStartPrintsATree) {
-    const ShellResult result = follow("docs/quickstart.md", "build-tree.sh");
-    EXPECT_EQ(0, result.status) << result.err;
-    EXPECT_THAT(result.out, EndsWith("<disk size=\"512\"/>\n"));
+    EXPECT_THAT(outputOf("docs/quickstart.md", "build-tree.sh"), EndsWith("<disk size=\"512\"/>\n"));
 }
 
 TEST(Documentation, TheStatusCodesAreThoseOfTheHeader) {

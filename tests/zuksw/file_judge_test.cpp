@@ -120,6 +120,16 @@ class FileJudgeTest : public ScanTest {
         return "<Signature guid=\"" + guid + "\" name=\"n\" place=\"${f.path}\"><Detect><File as=\"f\" " +
                file + "/></Detect><Report><Variable name=\"p\" value=\"${f.path}\"/></Report></Signature>";
     }
+    // What the scanner tells of each file that the condition selects.
+    std::map<std::string, std::string> toldOf(const std::string& file, const std::string& value) {
+        const ScanResult result = scan(
+            "<Signature guid=\"g\" name=\"n\" place=\"${f.path}\"><Detect><File as=\"f\" " + file +
+            "/></Detect><Report><Variable name=\"p\" value=\"${f.path}\"/><Variable name=\"v\" value=\"" +
+            value + "\"/></Report></Signature>");
+        std::map<std::string, std::string> told;
+        for (const Match& match : result.matches) told[match.variables.at("p")] = match.variables.at("v");
+        return told;
+    }
 
     static constexpr mode_t kModes[] = {0644, 0755, 0600, 0711};
     Numbers numbers_;
@@ -186,11 +196,7 @@ TEST_F(FileJudgeTest, FindFindsTheSameByPaths) {
 TEST_F(FileJudgeTest, StatTellsTheSame) {
     if (!isInstalled("stat")) GTEST_SKIP() << "stat is not installed";
     growTree();
-    const std::string report = "${f.size} ${f.mode} ${f.uid} ${f.gid} ${f.mtime}";
-    const ScanResult result = scan(
-        "<Signature guid=\"g\" name=\"n\" place=\"${f.path}\"><Detect><File as=\"f\" name=\"n*\"/></Detect>"
-        "<Report><Variable name=\"p\" value=\"${f.path}\"/><Variable name=\"r\" value=\"" +
-        report + "\"/></Report></Signature>");
+    const auto ours = toldOf("name=\"n*\"", "${f.size} ${f.mode} ${f.uid} ${f.gid} ${f.mtime}");
     std::map<std::string, std::string> theirs;
     const ShellResult judge = shell("cd " + ::quoted(tree_.path()) +
                                     " && TZ=UTC LC_ALL=C find . -type f -exec stat --printf "
@@ -203,8 +209,6 @@ TEST_F(FileJudgeTest, StatTellsTheSame) {
         facts[facts.rfind(' ')] = 'T';
         theirs[shown(line.substr(1, tab - 1))] = facts;
     }
-    std::map<std::string, std::string> ours;
-    for (const Match& match : result.matches) ours[match.variables.at("p")] = match.variables.at("r");
     EXPECT_FALSE(ours.empty());
     EXPECT_EQ(theirs, ours);
 }
@@ -221,13 +225,7 @@ TEST_F(FileJudgeTest, Sha256sumTellsTheSame) {
     for (const std::string& line : linesOf(shell("cd " + ::quoted(tree_.path()) + " && sha256sum f*").out)) {
         theirs["/" + line.substr(66)] = line.substr(0, 64);
     }
-    const ScanResult result = scan(
-        "<Signature guid=\"g\" name=\"n\" place=\"${f.path}\"><Detect><File as=\"f\" "
-        "name=\"f*\"/></Detect><Report>"
-        "<Variable name=\"p\" value=\"${f.path}\"/><Variable name=\"d\" "
-        "value=\"${f.sha256}\"/></Report></Signature>");
-    std::map<std::string, std::string> ours;
-    for (const Match& match : result.matches) ours[match.variables.at("p")] = match.variables.at("d");
+    const auto ours = toldOf("name=\"f*\"", "${f.sha256}");
     EXPECT_EQ(60U, ours.size());
     EXPECT_EQ(theirs, ours);
 }
@@ -253,13 +251,8 @@ TEST_F(FileJudgeTest, ReadelfTellsTheSame) {
                        after("Build ID: ", "\n");
         file(real, readFile(path), 0644);
     }
-    const ScanResult result = scan(
-        "<Signature guid=\"g\" name=\"n\" place=\"${f.path}\"><Detect><File as=\"f\" name=\"*\" "
-        "format=\"elf\"/>"
-        "</Detect><Report><Variable name=\"p\" value=\"${f.path}\"/><Variable name=\"e\" "
-        "value=\"${f.elf.class} ${f.elf.soname:--} ${f.elf.buildId:--}\"/></Report></Signature>");
-    std::map<std::string, std::string> ours;
-    for (const Match& match : result.matches) ours[match.variables.at("p")] = match.variables.at("e");
+    const auto ours =
+        toldOf("name=\"*\" format=\"elf\"", "${f.elf.class} ${f.elf.soname:--} ${f.elf.buildId:--}");
     EXPECT_GT(ours.size(), 20U);
     EXPECT_EQ(theirs, ours);
 }
