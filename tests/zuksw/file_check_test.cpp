@@ -132,6 +132,17 @@ TEST_F(FileCheckTest, ExcludesDirectoriesAndFiles) {
     EXPECT_EQ("", find("path=\"/a/.snapshots/1/x\""));
 }
 
+TEST_F(FileCheckTest, LinksDoNotLeadIntoWhatIsNotSearched) {
+    file("/hidden/f", "1");
+    link("hidden/f", "/a");
+    const std::string condition = "<File name=\"a\" link=\"yes\"/>";
+    EXPECT_EQ("yes", truth(condition));
+    EXPECT_EQ("no", truth(condition, {{"search/Exclude", "/hidden"}}));
+    usePrefix_ = false;
+    link("/proc/version", "/b");
+    EXPECT_EQ("no", truth("<File name=\"b\" link=\"yes\"/>"));
+}
+
 TEST_F(FileCheckTest, StaysInsideTheRoots) {
     for (const char* path : {"/a/x", "/b/x", "/b/c/x"}) file(path, "1");
     EXPECT_EQ("/b/c/x /b/x", find("name=\"x\"", {{"search/Root", "/b"}, {"search/Root", "/b/c"}}));

@@ -37,7 +37,8 @@ class Library : public Check {
 // The file at the path, links followed, when it is for the same processor.
 std::shared_ptr<const DiskFile> Library::fitting(const std::string& path, const Elf& wanted,
                                                  Machine& machine) const {
-    const std::optional<std::string> real = machine.tree.resolve(path);
+    const std::optional<std::string> real = machine.tree.resolve(
+        path, [&](std::string_view directory) { return machine.territory.isPassable(directory); });
     const auto facts = real ? machine.tree.stat(*real) : std::nullopt;
     if (!facts || !S_ISREG(facts->st_mode)) return nullptr;
     auto file = std::make_shared<const DiskFile>(*real, *facts, *real == path ? std::string() : path);

@@ -126,7 +126,8 @@ std::optional<std::string> FileTree::readLink(std::string_view path) const {
     return std::string(target.data(), static_cast<std::size_t>(length));
 }
 
-std::optional<std::string> FileTree::resolve(std::string_view path) const {
+std::optional<std::string> FileTree::resolve(
+    std::string_view path, const std::function<bool(std::string_view directory)>& mayPass) const {
     std::string done;  // resolved so far, "/a/b"
     std::string rest(path);
     for (int links = 0; !rest.empty();) {
@@ -144,6 +145,10 @@ std::optional<std::string> FileTree::resolve(std::string_view path) const {
         const std::optional<struct stat> facts = stat(next);
         if (!facts) return std::nullopt;
         if (!S_ISLNK(facts->st_mode)) {
+            if (!rest.empty() && mayPass && !mayPass(next)) {
+                errno = ENOENT;
+                return std::nullopt;
+            }
             done = next;
             continue;
         }

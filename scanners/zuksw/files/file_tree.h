@@ -2,6 +2,7 @@
 
 #include <sys/stat.h>
 
+#include <functional>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -27,8 +28,11 @@ class FileTree {
     /** What stands at the path itself. */
     std::optional<struct stat> stat(std::string_view path) const;
     std::optional<std::string> readLink(std::string_view path) const;
-    /** Where the path leads when every link is followed inside the prefix. */
-    std::optional<std::string> resolve(std::string_view path) const;
+    /** Where the path leads when every link is followed inside the prefix. What lies behind a directory that
+     *  mayPass refuses is not there (ENOENT), and is not looked at. */
+    std::optional<std::string> resolve(
+        std::string_view path,
+        const std::function<bool(std::string_view directory)>& mayPass = nullptr) const;
 
     /** Where the prefix really lies, without a '/' at the end: empty for the whole machine. */
     const std::string& realPrefix() const { return realPrefix_; }

@@ -42,7 +42,8 @@ void FileFinder::add(const std::string& path, unsigned types, FoundFiles* found)
     const bool follow = (types & kRegular) != 0 && (types & kSymlink) != 0;
     if (follow && places_.configuration.search.linksToFiles &&
         (!facts ? errno == ELOOP : S_ISLNK(facts->st_mode))) {
-        const std::optional<std::string> target = places_.tree.resolve(path);
+        const std::optional<std::string> target = places_.tree.resolve(
+            path, [this](std::string_view directory) { return places_.territory.isPassable(directory); });
         facts = target ? places_.tree.stat(*target) : std::nullopt;
         if (target) real = *target;
         if (places_.territory.isExcluded(real)) return;

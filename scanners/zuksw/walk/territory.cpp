@@ -121,15 +121,16 @@ void Territory::judgeMounts(const Configuration& configuration, const FileTree& 
             const std::optional<std::string> twin = seenThrough(mount, *other);
             return twin && *twin != point && isSearched(*twin) && mountOf(*twin, mounts) == other;
         });
-        const bool isOpen = !again && (choice.accepts(mount.type) || isHome(mount));
+        const bool isForeign = !choice.accepts(mount.type) && !isHome(mount);
+        const bool isOpen = !again && !isForeign;
         if (isOpen) open.push_back(&mount);
         if (!isAtOrBelow(point, prefix) || point.size() <= prefix.size()) continue;
         // A later mount hides an earlier one at the same point.
-        if (isOpen) {
-            closedMounts_.erase(point.substr(prefix.size()));
-        } else {
-            closedMounts_.insert(point.substr(prefix.size()));
-        }
+        const std::string place = point.substr(prefix.size());
+        closedMounts_.erase(place);
+        foreignMounts_.erase(place);
+        if (!isOpen) closedMounts_.insert(place);
+        if (isForeign) foreignMounts_.insert(place);
     }
     for (const std::string& root : roots_) closedMounts_.erase(root);
 }
@@ -137,6 +138,13 @@ void Territory::judgeMounts(const Configuration& configuration, const FileTree& 
 bool Territory::enters(std::string_view directory) const {
     if (exclude_.contains(directory)) return false;
     return closedMounts_.empty() || closedMounts_.count(std::string(directory)) == 0;
+}
+
+bool Territory::isPassable(std::string_view directory) const {
+    const bool isAboveRoot = std::any_of(roots_.begin(), roots_.end(),
+                                         [&](const std::string& r) { return isAtOrBelow(r, directory); });
+    return isAboveRoot ||
+           (!exclude_.contains(directory) && foreignMounts_.count(std::string(directory)) == 0);
 }
 
 bool Territory::contains(std::string_view path) const {

@@ -27,6 +27,9 @@ class Territory {
     bool enters(std::string_view directory) const;
     /** Whether a file is not to be seen. */
     bool isExcluded(std::string_view path) const { return exclude_.contains(path); }
+    /** Whether a link may lead through `directory`, inside the roots or not: it is neither excluded nor on a
+     * file system that is not searched, which to look at may mount it. */
+    bool isPassable(std::string_view directory) const;
     /** Whether a search from the roots can come to the path at all. */
     bool contains(std::string_view path) const;
     /** Whether the content of the file must not be read. */
@@ -41,7 +44,8 @@ class Territory {
     std::vector<std::string> missingRoots_;
     PathSet exclude_;
     PathSet deny_;
-    std::unordered_set<std::string> closedMounts_;  // mount points not to be entered
+    std::unordered_set<std::string> foreignMounts_;  // points of mounts whose type is not searched
+    std::unordered_set<std::string> closedMounts_;   // those, and of mounts that show something twice
 };
 
 }  // namespace zuksw
