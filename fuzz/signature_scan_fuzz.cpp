@@ -64,6 +64,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     const zuksw::Territory territory(configuration, *kFiles, {});
     zuksw::Machine machine(configuration, *kFiles, territory, budget, events, patterns);
     zuksw::Outcomes outcomes(set);
+    if (set.asksForProcesses()) machine.processes.take();
     zuksw::scan(set, 1, &machine, &outcomes);
     Nothing sink;
     if (zuksw::readXml(events.toXml(), 1, &sink)) std::abort();

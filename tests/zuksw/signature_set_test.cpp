@@ -1,5 +1,11 @@
 // What a signature takes from outside, what it refers to and what it reports.
 
+#include <sys/wait.h>
+#include <unistd.h>
+
+#include <csignal>
+#include <filesystem>
+
 #include "tests/zuksw/scan_fixture.h"
 
 namespace {
@@ -251,6 +257,23 @@ TEST_F(SignatureTest, ProcessesOfAnotherRootAreUndecided) {
     EXPECT_EQ("yes", truth("<Process path=\"/**/zuksw\"/>"));
     EXPECT_EQ("no", truth("<Process name=\"no-such-process\"/>"));
     EXPECT_EQ("unknown", truth("<Process name=\"zuksw\"/>", {{"processes/Enabled", "no"}}));
+}
+
+// The sandbox lets no process look at the executable of another.
+TEST_F(SignatureTest, ExecutablesOfOtherProcessesAreSeen) {
+    usePrefix_ = false;
+    std::filesystem::copy_file("/bin/sleep", treePath("/sleeper"));
+    const pid_t sleeper = ::fork();
+    if (sleeper == 0) {
+        ::execl(treePath("/sleeper").c_str(), "sleeper", "60", nullptr);
+        ::_exit(1);
+    }
+    while (std::filesystem::read_symlink("/proc/" + std::to_string(sleeper) + "/exe") != treePath("/sleeper"))
+        ::usleep(1000);
+    EXPECT_EQ("yes", truth("<Process path=\"" + treePath("/sleeper") + "\"/>"));
+    EXPECT_EQ("yes", truth("<File name=\"sleeper\" as=\"f\"/><Process exe=\"f\"/>"));
+    ::kill(sleeper, SIGKILL);
+    ::waitpid(sleeper, nullptr, 0);
 }
 
 TEST_F(SignatureTest, ProcessArgumentsAreNotCapturedUnlessTold) {

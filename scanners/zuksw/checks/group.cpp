@@ -44,6 +44,11 @@ Cost Group::cost() const {
     return most;
 }
 
+bool Group::asksForProcesses() const {
+    return std::any_of(children_.begin(), children_.end(),
+                       [](const auto& child) { return child->asksForProcesses(); });
+}
+
 void Group::demand(std::vector<FileQuery>* queries) const {
     for (const auto& child : children_) child->demand(queries);
 }

@@ -15,6 +15,7 @@ class Group : public Check {
   public:
     Cost cost() const override;
     void demand(std::vector<FileQuery>* queries) const override;
+    bool asksForProcesses() const override;
 
   protected:
     /** Reads the children; reports a group without any. */

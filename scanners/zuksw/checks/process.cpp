@@ -20,6 +20,7 @@ class Process : public Check {
     }
 
     Cost cost() const override { return Cost::kFact; }
+    bool asksForProcesses() const override { return true; }
 
   protected:
     void evaluate(const Row& row, const Context& context, Rows* out) const override {
@@ -32,7 +33,7 @@ class Process : public Check {
             if (row.at(*exe_).causes != 0) undecided(row, row.at(*exe_).causes, out);
             return;
         }
-        for (const auto& process : table.all()) {
+        for (const auto& process : table.taken()) {
             Row found = row;
             if (as_ && !found.bind(*as_, std::static_pointer_cast<const Object>(process))) continue;
             const Answer answer = accept(*process, context, &found);

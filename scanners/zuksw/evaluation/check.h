@@ -32,6 +32,8 @@ class Check {
     virtual Cost cost() const = 0;
     /** Appends what the walk must look for before the first evaluation. */
     virtual void demand(std::vector<FileQuery>* /*queries*/) const {}
+    /** Whether it must be known which processes run. */
+    virtual bool asksForProcesses() const { return false; }
     /** True when the condition is surely false unless the walk finds something for the first query that
      *  demand() appends, and nothing else is asked before that. */
     virtual bool beginsWithWalk() const { return false; }

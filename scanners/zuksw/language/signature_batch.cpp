@@ -75,6 +75,7 @@ void SignatureSink::add(const Element& element) {
 void SignatureSink::keep(std::unique_ptr<const Signature> signature, ListedSignature* listed) {
     const std::size_t first = queries_.size();
     signature->detect->demand(&queries_);
+    batch_.asksForProcesses = batch_.asksForProcesses || signature->detect->asksForProcesses();
     if (signature->detect->beginsWithWalk()) {
         beginnings_.push_back({batch_.signatures.size() - 1, first});
     } else {

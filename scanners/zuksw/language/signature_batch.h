@@ -58,6 +58,7 @@ struct SignatureBatch {
     std::vector<ListedSignature> signatures;
     std::vector<SignatureReference> references;
     std::vector<Finding> findings;
+    bool asksForProcesses = false;
 };
 
 /** Numbers the queries of all pieces. Any thread may add. */

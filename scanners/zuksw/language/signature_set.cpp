@@ -54,6 +54,7 @@ bool SignatureSet::append(SignatureBatch batch) {
     moveAll(&batch.signatures, &signatures_);
     moveAll(&batch.references, &references_);
     moveAll(&batch.findings, &findings_);
+    asksForProcesses_ = asksForProcesses_ || batch.asksForProcesses;
     return signatures_.size() <= SignatureSink::kMaxSignatures;
 }
 

@@ -29,6 +29,8 @@ class SignatureSet {
     std::unique_ptr<const Signature> readAgain(std::size_t signature) const;
     /** What the walk shall find for all of them. Take it once. */
     QuerySet takeQueries() { return std::move(queries_); }
+    /** Whether one of them must know which processes run. */
+    bool asksForProcesses() const { return asksForProcesses_; }
     /** The signatures with that guid, by index; empty when there are none. */
     std::vector<std::size_t> withGuid(std::string_view guid) const;
     /** Signatures in the order in which they can be evaluated: each wave needs results of earlier waves only.
@@ -56,6 +58,7 @@ class SignatureSet {
     std::vector<ListedSignature> signatures_;
     std::vector<SignatureReference> references_;
     QuerySet queries_;
+    bool asksForProcesses_ = false;
     TextNumbers guids_;
     std::vector<std::uint32_t> sameGuid_;      // signatures, those with one guid side by side
     std::vector<std::uint32_t> sameGuidEnds_;  // where those of a guid end, by its number

@@ -141,8 +141,6 @@ int Run::scanAndWrite() {
     OutputFile warnings(line_.warnings);
     if (!warnings.isOpen()) return cannotWrite(line_.warnings, warnings);
     lowerPriority(static_cast<int>(configuration_.limits.nice));
-    const std::string missing = enterSandbox();
-    if (!missing.empty()) events_.add(EventCode::kSandboxOff, {}, "the kernel does not offer: " + missing);
     reportFindings(signatures_, signatureBytes_, &events_);
     Outcomes outcomes(signatures_);
     if (!scanTree(&outcomes)) return kExitConfiguration;
@@ -170,6 +168,9 @@ bool Run::scanTree(Outcomes* outcomes) {
         events_.add(EventCode::kNotSearched, {}, "search/Root is no directory that can be opened", root);
     }
     Machine machine(configuration_, *tree, territory, budget, events_, *patterns_);
+    if (signatures_.asksForProcesses()) machine.processes.take();
+    const std::string missing = enterSandbox();
+    if (!missing.empty()) events_.add(EventCode::kSandboxOff, {}, "the kernel does not offer: " + missing);
     scan(signatures_, threadsFor(configuration_.limits.threads), &machine, outcomes);
     entries_ = machine.files.entries();
     opened_ = machine.opened;

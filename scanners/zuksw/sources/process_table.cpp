@@ -74,7 +74,7 @@ Text ProcessObject::property(std::string_view property, Machine& /*machine*/) co
     return exe.empty() ? Text() : Text::of(exe);
 }
 
-void ProcessTable::read() {
+void ProcessTable::take() {
     if (!enabled_ || isElsewhere()) return;
     const FileDescriptor proc(::open("/proc", O_RDONLY | O_DIRECTORY | O_CLOEXEC));
     if (!proc.valid()) return;
@@ -90,11 +90,6 @@ void ProcessTable::read() {
     std::sort(processes_.begin(), processes_.end(), [](const auto& a, const auto& b) {
         return a->pid.size() != b->pid.size() ? a->pid.size() < b->pid.size() : a->pid < b->pid;
     });
-}
-
-const std::vector<std::shared_ptr<const ProcessObject>>& ProcessTable::all() {
-    std::call_once(once_, [this] { read(); });
-    return processes_;
 }
 
 }  // namespace zuksw

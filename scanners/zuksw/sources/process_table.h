@@ -2,7 +2,6 @@
 
 #include <sys/types.h>
 
-#include <mutex>
 #include <string>
 #include <vector>
 
@@ -28,23 +27,23 @@ class ProcessObject : public Object {
     std::string uid;
 };
 
-/** The processes at the time of the first question. Any thread may ask. */
+/** The processes that ran when they were taken. Any thread may ask. */
 class ProcessTable {
   public:
     ProcessTable(const FileTree& tree, const Configuration& configuration)
         : tree_(tree), enabled_(configuration.processes.enabled) {}
 
-    /** In order of their numbers. Empty when processes are not to be looked at. */
-    const std::vector<std::shared_ptr<const ProcessObject>>& all();
+    /** To be called before the sandbox is entered: inside, the kernel tells nobody another process's
+     * executable. Takes none when processes are not to be looked at. */
+    void take();
+    /** In order of their numbers. */
+    const std::vector<std::shared_ptr<const ProcessObject>>& taken() const { return processes_; }
     /** True when the tree is not that of the running machine: then nothing can be said about processes. */
     bool isElsewhere() const { return !tree_.isWholeMachine(); }
 
   private:
-    void read();
-
     const FileTree& tree_;
     bool enabled_;
-    std::once_flag once_;
     std::vector<std::shared_ptr<const ProcessObject>> processes_;
 };
 
