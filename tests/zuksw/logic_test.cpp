@@ -43,6 +43,26 @@ TEST_F(LogicTest, AllAndAnyAreKleenes) {
     }
 }
 
+// The costly one is asked first here, since what comes after it only has a say where it finds nothing.
+TEST_F(LogicTest, OptionalConditionsThatBindOneNameKeepTheirOrder) {
+    file("/f", "A=1\n");
+    file("/etc/os-release", "A=2\n");
+    const std::string first = "<File path=\"/f\" as=\"f\"/>";
+    const auto value = [&](const std::string& key, const std::string& group) {
+        const std::string optional =
+            "<Value of=\"f\" format=\"keyvalue\" key=\"" + key + "\" set=\"v\" optional=\"yes\"/>";
+        return scan(signature(
+                        first +
+                            (group.empty() ? optional : "<" + group + ">" + optional + "</" + group + ">") +
+                            "<System key=\"os.a\" set=\"v\" optional=\"yes\"/>",
+                        {"v"}))
+            .values("v");
+    };
+    EXPECT_EQ("1", value("A", ""));
+    EXPECT_EQ("2", value("B", ""));
+    EXPECT_EQ("1", value("A", "All"));
+}
+
 TEST_F(LogicTest, NotTurnsRound) {
     EXPECT_EQ("no", judge("<Not>" + kTrue + "</Not>"));
     EXPECT_EQ("yes", judge("<Not>" + kFalse + "</Not>"));

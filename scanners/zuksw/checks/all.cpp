@@ -13,7 +13,8 @@ namespace {
 using Children = std::vector<std::unique_ptr<Check>>;
 
 // Puts children into order. Each name keeps how many of its binders are still to come; a child waits for
-// every name it uses that somebody else is still to bind.
+// every name it uses that somebody else is still to bind. Those that bind one name keep their order if that
+// makes a difference.
 class Sorter {
   public:
     explicit Sorter(Children children) : children_(std::move(children)), waits_(children_.size()) {}
@@ -23,6 +24,7 @@ class Sorter {
   private:
     struct Name {
         std::size_t pending = 0;  // children still to be placed that bind it
+        std::vector<std::size_t> binders;
         std::vector<std::size_t> users;
     };
     using Key = std::pair<Cost, std::size_t>;
@@ -34,12 +36,15 @@ class Sorter {
         return name.pending > (has(children_[child]->names.binds, slot) ? 1U : 0U);
     }
     void collect();
+    void chain(const std::vector<std::size_t>& binders);
+    void release(std::size_t child);
     void makeReady(std::size_t child) { ready_.push({children_[child]->cost(), child}); }
     std::size_t next();
     void place(std::size_t child);
 
     Children children_;
-    std::vector<std::size_t> waits_;  // names that a child waits for
+    std::vector<std::size_t> waits_;               // names and children that a child waits for
+    std::vector<std::vector<std::size_t>> after_;  // children that wait for a child itself
     std::vector<bool> placed_;
     std::map<Slot, Name> names_;
     std::priority_queue<Key, std::vector<Key>, std::greater<>> ready_;
@@ -48,16 +53,35 @@ class Sorter {
 
 void Sorter::collect() {
     placed_.assign(children_.size(), false);
+    after_.resize(children_.size());
     for (std::size_t i = 0; i < children_.size(); ++i) {
-        for (const Slot slot : children_[i]->names.binds) ++names_[slot].pending;
+        for (const Slot slot : children_[i]->names.binds) {
+            ++names_[slot].pending;
+            names_[slot].binders.push_back(i);
+        }
         for (const Slot slot : children_[i]->names.uses) names_[slot].users.push_back(i);
     }
     for (const auto& [slot, name] : names_) {
         for (const std::size_t user : name.users) waits_[user] += blocks(name, slot, user) ? 1 : 0;
+        chain(name.binders);
     }
     for (std::size_t i = 0; i < children_.size(); ++i) {
         if (waits_[i] == 0) makeReady(i);
     }
+}
+
+void Sorter::chain(const std::vector<std::size_t>& binders) {
+    const bool matters = std::any_of(binders.begin(), binders.end(),
+                                     [&](std::size_t child) { return children_[child]->isOrdered(); });
+    if (!matters) return;
+    for (std::size_t i = 1; i < binders.size(); ++i) {
+        after_[binders[i - 1]].push_back(binders[i]);
+        ++waits_[binders[i]];
+    }
+}
+
+void Sorter::release(std::size_t child) {
+    if (--waits_[child] == 0) makeReady(child);
 }
 
 // Children that wait for each other go in the order in which they were written.
@@ -73,6 +97,7 @@ std::size_t Sorter::next() {
 
 void Sorter::place(std::size_t child) {
     placed_[child] = true;
+    for (const std::size_t next : after_[child]) release(next);
     for (const Slot slot : children_[child]->names.binds) {
         Name& name = names_[slot];
         for (const std::size_t user : name.users) {
@@ -80,7 +105,7 @@ void Sorter::place(std::size_t child) {
             --name.pending;
             const bool after = blocks(name, slot, user);
             ++name.pending;
-            if (before && !after && --waits_[user] == 0) makeReady(user);
+            if (before && !after) release(user);
         }
         --name.pending;
     }

@@ -15,6 +15,8 @@ class Any : public Group {
         exportBindings();
     }
 
+    bool isOrdered() const override { return first_ || Group::isOrdered(); }
+
   protected:
     void evaluate(const Row& row, const Context& context, Rows* out) const override {
         if (first_) return evaluateFirst(row, context, out);

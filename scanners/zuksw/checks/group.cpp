@@ -38,6 +38,11 @@ void Group::keepBindings() {
     names.binds.clear();
 }
 
+bool Group::isOrdered() const {
+    return !isPlain() || std::any_of(children_.begin(), children_.end(),
+                                     [](const auto& child) { return child->isOrdered(); });
+}
+
 Cost Group::cost() const {
     Cost most = Cost::kFact;
     for (const auto& child : children_) most = std::max(most, child->cost());

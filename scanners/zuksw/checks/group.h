@@ -13,6 +13,7 @@ class DetectReader;
 /** A condition made of conditions. */
 class Group : public Check {
   public:
+    bool isOrdered() const override;
     Cost cost() const override;
     void demand(std::vector<FileQuery>* queries) const override;
     bool asksForProcesses() const override;

@@ -29,6 +29,10 @@ class Check {
     /** True without min, max and optional: apply() is then no more than the condition itself. */
     bool isPlain() const { return min == 1 && !max && !optional; }
 
+    /** Whether it may give other rows when a name that it binds is bound already, and not only fewer: then it
+     *  keeps its place among those that bind the name. */
+    virtual bool isOrdered() const { return !isPlain(); }
+
     virtual Cost cost() const = 0;
     /** Appends what the walk must look for before the first evaluation. */
     virtual void demand(std::vector<FileQuery>* /*queries*/) const {}
