@@ -24,6 +24,7 @@ constexpr Interpreter kInterpreters[] = {
     {"node", "Node.js runtime",
      "node -p 'process.versions.node + \"\\n\" + "
      "path.dirname(path.dirname(fs.realpathSync(process.execPath)))'"},
+    {"perl", "Perl", "perl -e 'printf \"%vd\\n\", $^V' && dirname \"$(realpath \"$(command -v perl)\")\""},
     {"php", "PHP command line",
      "php -r 'echo explode(\"-\", PHP_VERSION)[0], \"\\n\", realpath(PHP_BINARY), \"\\n\";'"},
     {"go", "Go toolchain",
