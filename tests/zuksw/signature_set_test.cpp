@@ -250,6 +250,22 @@ TEST_F(SignatureTest, ReadsTheReleaseOfTheScannedTree) {
     EXPECT_EQ("yes", truth("<System key=\"kernel.name\" eq=\"Linux\" scheme=\"text\"/>"));
 }
 
+TEST_F(SignatureTest, OsReleaseIsReadAsShellsReadIt) {
+    file("/etc/os-release", " ID=a\r\nNAME=\"b \\\"c\\\" \\d\"  \n");
+    EXPECT_EQ("a", scan(signature("<System key=\"os.id\" set=\"v\"/>", {"v"})).values("v"));
+    EXPECT_EQ("b \"c\" \\d", scan(signature("<System key=\"os.name\" set=\"v\"/>", {"v"})).values("v"));
+}
+
+TEST_F(SignatureTest, TheLibcOfAnotherRootIsFoundInEveryLayout) {
+    const std::string libc = "\177ELF GNU C Library (GNU libc) stable release version 2.36.\n";
+    for (const char* directory : {"/lib64", "/lib/aarch64-linux-gnu"}) {
+        file(directory + std::string("/libc.so.6"), libc);
+        EXPECT_EQ("2.36", scan(signature("<System key=\"libc.version\" set=\"v\"/>", {"v"})).values("v"))
+            << directory;
+        std::filesystem::remove(treePath(directory + std::string("/libc.so.6")));
+    }
+}
+
 TEST_F(SignatureTest, ProcessesOfAnotherRootAreUndecided) {
     EXPECT_EQ("unknown", truth("<Process name=\"*\"/>"));
     usePrefix_ = false;

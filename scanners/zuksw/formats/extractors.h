@@ -1,6 +1,7 @@
 #pragma once
 
 #include <optional>
+#include <string>
 #include <string_view>
 
 #include "scanners/zuksw/formats/value.h"
@@ -10,6 +11,10 @@ namespace zuksw {
 // One function a format; see extractValues.
 
 constexpr int kMaxValueDepth = 64;
+
+/** What a shell makes of the text behind NAME=: quotes and a comment go. Nothing when a quote is not closed.
+ */
+std::optional<std::string> shellValue(std::string_view text);
 
 Values extractKeyValue(std::string_view text, std::string_view key);
 Values extractProperties(std::string_view text, std::string_view key);

@@ -70,6 +70,10 @@ class Unquoter {
 
 }  // namespace
 
+std::optional<std::string> shellValue(std::string_view text) {
+    return Unquoter(text).run();
+}
+
 Values extractKeyValue(std::string_view text, std::string_view key) {
     Values values;
     while (!text.empty()) {
@@ -77,7 +81,7 @@ Values extractKeyValue(std::string_view text, std::string_view key) {
         if (line.substr(0, kExport.size()) == kExport) line = trimBlanks(line.substr(kExport.size()));
         const auto equals = line.find('=');
         if (equals == std::string_view::npos || line.substr(0, equals) != key) continue;
-        if (std::optional<std::string> value = Unquoter(line.substr(equals + 1)).run()) {
+        if (std::optional<std::string> value = shellValue(line.substr(equals + 1))) {
             values.found.push_back(std::move(*value));
         }
     }

@@ -7,7 +7,9 @@
 #include <cctype>
 #include <cerrno>
 
+#include "scanners/shared/packages/text.h"
 #include "scanners/zuksw/files/read_file.h"
+#include "scanners/zuksw/formats/extractors.h"
 
 namespace zuksw {
 namespace {
@@ -16,24 +18,20 @@ constexpr std::size_t kMaxFile = std::size_t{1} << 20U;
 constexpr std::string_view kKeys[] = {"kernel.name", "kernel.release", "kernel.version", "machine",
                                       "hostname",    "libc.version",   "container",      "init"};
 
-// A shell-like value: quotes go, a backslash quotes the next character outside single quotes.
-std::string unquote(std::string_view text) {
-    std::string value;
-    char quote = '\0';
-    for (std::size_t i = 0; i < text.size(); ++i) {
-        const char c = text[i];
-        if (quote == '\0' && (c == '"' || c == '\'')) {
-            quote = c;
-        } else if (c == quote && quote != '\0') {
-            quote = '\0';
-        } else if (c == '\\' && quote != '\'' && i + 1 < text.size()) {
-            value += text[++i];
-        } else {
-            value += c;
-        }
-    }
-    return value;
-}
+// Where a tree may have it; Debian and its kin keep the libraries of each machine apart.
+constexpr const char* kLibcDirectories[] = {"/lib64",
+                                            "/lib",
+                                            "/lib/x86_64-linux-gnu",
+                                            "/lib/aarch64-linux-gnu",
+                                            "/lib/i386-linux-gnu",
+                                            "/lib/arm-linux-gnueabihf",
+                                            "/lib/arm-linux-gnueabi",
+                                            "/lib/powerpc64le-linux-gnu",
+                                            "/lib/riscv64-linux-gnu",
+                                            "/lib/s390x-linux-gnu",
+                                            "/lib/loongarch64-linux-gnu",
+                                            "/lib/mips64el-linux-gnuabi64",
+                                            "/lib/mipsel-linux-gnu"};
 
 std::string firstLine(const std::string& text) {
     return text.substr(0, text.find('\n'));
@@ -57,15 +55,14 @@ std::string containerOf(const FileTree& tree) {
 std::map<std::string, std::string> parseOsRelease(std::string_view text) {
     std::map<std::string, std::string> pairs;
     while (!text.empty()) {
-        const std::size_t end = text.find('\n');
-        const std::string_view line = text.substr(0, end);
-        text.remove_prefix(end == text.npos ? text.size() : end + 1);
+        const std::string_view line = trimBlanks(takeLine(text));
         const std::size_t equals = line.find('=');
         if (line.empty() || line[0] == '#' || equals == line.npos || equals == 0) continue;
         std::string key(line.substr(0, equals));
         std::transform(key.begin(), key.end(), key.begin(),
                        [](char c) { return static_cast<char>(std::tolower(static_cast<unsigned char>(c))); });
-        pairs[key] = unquote(line.substr(equals + 1));
+        const std::optional<std::string> value = shellValue(line.substr(equals + 1));
+        if (value) pairs[key] = *value;
     }
     return pairs;
 }
@@ -110,8 +107,8 @@ void SystemFacts::readLibc() {
     }
     constexpr std::string_view kBefore = "GNU C Library (";
     constexpr std::string_view kVersion = " version ";
-    for (const std::string place : {"/lib64/libc.so.6", "/lib/libc.so.6"}) {
-        const auto bytes = readFile(tree_, place, std::size_t{16} << 20U);
+    for (const char* directory : kLibcDirectories) {
+        const auto bytes = readFile(tree_, directory + std::string("/libc.so.6"), std::size_t{16} << 20U);
         const std::size_t banner = bytes ? bytes->find(kBefore) : std::string::npos;
         if (banner == std::string::npos) continue;
         const std::size_t begin = bytes->find(kVersion, banner);
