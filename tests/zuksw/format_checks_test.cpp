@@ -129,7 +129,7 @@ TEST_F(FormatChecksTest, FindsTheLibrariesOfAProgram) {
     directory("/opt/lib");
     std::filesystem::copy_file(program(), treePath("/opt/lib/real"));
     link("real", "/opt/lib/libre2.so.9");
-    file("/etc/ld.so.conf", "include /etc/ld.so.conf.d/*.conf\n");
+    file("/etc/ld.so.conf", "include\t/etc/none/*.conf ld.so.conf.d/*.conf\n");
     file("/etc/ld.so.conf.d/opt.conf", "# ours\n/opt/lib\n");
     EXPECT_EQ("/opt/lib/real", show(library, "${l.path}"));
     EXPECT_EQ("no", truth("<File as=\"f\" path=\"/zuksw\"/><Library of=\"f\" name=\"libother*\" as=\"l\"/>"));

@@ -2,6 +2,7 @@
 
 #include <functional>
 #include <memory>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -36,6 +37,8 @@ FileQuery npmQuery();
 Causes readNpm(const std::shared_ptr<const DiskFile>& file, Machine& machine, const TakePackage& take);
 FileQuery gemQuery();
 Causes readGem(const std::shared_ptr<const DiskFile>& file, Machine& machine, const TakePackage& take);
+/** The name and version that a gem's specification gives. */
+std::optional<Package> parseGemspec(std::string_view text);
 FileQuery jarQuery();
 Causes readJar(const std::shared_ptr<const DiskFile>& file, Machine& machine, const TakePackage& take);
 

@@ -5,6 +5,7 @@
 #include <algorithm>
 #include <utility>
 
+#include "scanners/shared/packages/text.h"
 #include "scanners/zuksw/files/file_object.h"
 #include "scanners/zuksw/files/read_file.h"
 #include "scanners/zuksw/language/name_glob.h"
@@ -51,6 +52,22 @@ std::vector<std::string> standardDirectories(const Elf& elf) {
 
 }  // namespace
 
+std::vector<LoaderLine> parseLoaderConfiguration(std::string_view text) {
+    std::vector<LoaderLine> lines;
+    while (!text.empty()) {
+        std::string_view line = takeLine(text);
+        line = trimBlanks(line.substr(0, line.find('#')));
+        std::string_view words = line;
+        if (takeWord(words) == "include") {
+            for (std::string_view word = takeWord(words); !word.empty(); word = takeWord(words))
+                lines.push_back({true, std::string(word)});
+        } else if (!line.empty() && line[0] == '/') {
+            lines.push_back({false, std::string(trimBlanks(line.substr(0, line.find('='))))});  // "=libc6"
+        }
+    }
+    return lines;
+}
+
 void LibraryPaths::include(const std::string& pattern, const std::string& from, int depth) {
     if (depth == kMaxDepth || filesRead_ >= kMaxFiles) return;
     const std::string full = pattern[0] == '/' ? pattern : directoryOf(from) + "/" + pattern;
@@ -74,19 +91,12 @@ void LibraryPaths::include(const std::string& pattern, const std::string& from, 
 void LibraryPaths::readConfiguration(const std::string& path, int depth) {
     const auto text = ++filesRead_ > kMaxFiles ? std::nullopt : readFile(tree_, path, kMaxFile);
     if (!text) return;
-    for (std::size_t begin = 0; begin < text->size() && configured_.size() < kMaxDirectories;) {
-        const std::size_t end = std::min(text->find('\n', begin), text->size());
-        std::string line = text->substr(begin, end - begin);
-        begin = end + 1;
-        line.resize(std::min(line.find('#'), line.size()));
-        const std::size_t first = line.find_first_not_of(" \t\r");
-        if (first == line.npos) continue;
-        line = line.substr(first, line.find_last_not_of(" \t\r") + 1 - first);
-        constexpr std::string_view kInclude = "include ";
-        if (line.compare(0, kInclude.size(), kInclude) == 0) {
-            include(line.substr(line.find_first_not_of(" \t", kInclude.size())), path, depth);
-        } else if (line[0] == '/') {
-            configured_.push_back(line);
+    for (const LoaderLine& line : parseLoaderConfiguration(*text)) {
+        if (configured_.size() >= kMaxDirectories) return;
+        if (line.isInclude) {
+            include(line.path, path, depth);
+        } else {
+            configured_.push_back(line.path);
         }
     }
 }

@@ -11,6 +11,14 @@
 
 namespace zuksw {
 
+/** A line of ld.so.conf: a directory, or a pattern for files whose lines stand in its place. */
+struct LoaderLine {
+    bool isInclude;
+    std::string path;
+};
+
+std::vector<LoaderLine> parseLoaderConfiguration(std::string_view text);
+
 /** Where the dynamic loader of the scanned machine looks for libraries. No loader is ever run. Any thread may
  *  ask. */
 class LibraryPaths {
