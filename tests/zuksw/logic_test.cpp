@@ -63,6 +63,16 @@ TEST_F(LogicTest, OptionalConditionsThatBindOneNameKeepTheirOrder) {
     EXPECT_EQ("1", value("A", "All"));
 }
 
+TEST_F(LogicTest, AnOptionalConditionComesAfterOneThatBindsTheSameName) {
+    file("/f", "A=1\n");
+    file("/etc/os-release", "A=2\n");
+    const std::string optional = "<System key=\"os.a\" set=\"v\" optional=\"yes\"/>";
+    const std::string needed =
+        "<File path=\"/f\" as=\"f\"/><Value of=\"f\" format=\"keyvalue\" key=\"A\" set=\"v\"/>";
+    EXPECT_EQ("1", scan(signature(needed + optional, {"v"})).values("v"));
+    EXPECT_EQ("1", scan(signature(optional + needed, {"v"})).values("v"));
+}
+
 TEST_F(LogicTest, NotTurnsRound) {
     EXPECT_EQ("no", judge("<Not>" + kTrue + "</Not>"));
     EXPECT_EQ("yes", judge("<Not>" + kFalse + "</Not>"));

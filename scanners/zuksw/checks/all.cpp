@@ -13,8 +13,8 @@ namespace {
 using Children = std::vector<std::unique_ptr<Check>>;
 
 // Puts children into order. Each name keeps how many of its binders are still to come; a child waits for
-// every name it uses that somebody else is still to bind. Those that bind one name keep their order if that
-// makes a difference.
+// every name it uses that somebody else is still to bind. Of those that bind one name, the ones to which it
+// makes a difference whether it is bound already come last, and keep their order.
 class Sorter {
   public:
     explicit Sorter(Children children) : children_(std::move(children)), waits_(children_.size()) {}
@@ -71,12 +71,14 @@ void Sorter::collect() {
 }
 
 void Sorter::chain(const std::vector<std::size_t>& binders) {
-    const bool matters = std::any_of(binders.begin(), binders.end(),
-                                     [&](std::size_t child) { return children_[child]->isOrdered(); });
-    if (!matters) return;
-    for (std::size_t i = 1; i < binders.size(); ++i) {
-        after_[binders[i - 1]].push_back(binders[i]);
-        ++waits_[binders[i]];
+    std::vector<std::size_t> before;  // those that the next ordered one has to wait for
+    std::vector<std::size_t> ordered;
+    for (const std::size_t child : binders)
+        (children_[child]->isOrdered() ? ordered : before).push_back(child);
+    for (const std::size_t child : ordered) {
+        for (const std::size_t earlier : before) after_[earlier].push_back(child);
+        waits_[child] += before.size();
+        before = {child};
     }
 }
 

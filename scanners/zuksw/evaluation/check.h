@@ -30,7 +30,7 @@ class Check {
     bool isPlain() const { return min == 1 && !max && !optional; }
 
     /** Whether it may give other rows when a name that it binds is bound already, and not only fewer: then it
-     *  keeps its place among those that bind the name. */
+     *  comes after the others that bind the name, in the order of the file. */
     virtual bool isOrdered() const { return !isPlain(); }
 
     virtual Cost cost() const = 0;
