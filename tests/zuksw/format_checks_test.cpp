@@ -1,5 +1,6 @@
 // Conditions that look into formats: values of text files, members of archives, ELF headers, tags.
 
+#include <cctype>
 #include <filesystem>
 
 #include "tests/support/shell.h"
@@ -119,6 +120,20 @@ TEST_F(FormatChecksTest, ReadsElfHeaders) {
               truth("<File as=\"f\" path=\"/zuksw\"/><Content of=\"f\" section=\".interp\" match=\"ld\"/>"));
     EXPECT_EQ("no",
               truth("<File as=\"f\" path=\"/zuksw\"/><Content of=\"f\" section=\".none\" match=\".\"/>"));
+}
+
+TEST_F(FormatChecksTest, ABuildIdIsFoundInEitherCase) {
+    std::filesystem::copy_file(program(), treePath("/zuksw"));
+    std::string id = show("<File as=\"f\" path=\"/zuksw\"/>", "${f.elf.buildId}");
+    if (id.empty()) GTEST_SKIP() << "the linker writes no build ids here";
+    const auto hasId = [&] {
+        return truth("<File as=\"f\" path=\"/zuksw\"/><Elf of=\"f\" buildId=\"" + id + "\"/>");
+    };
+    EXPECT_EQ("yes", hasId());
+    for (char& c : id) c = static_cast<char>(std::toupper(static_cast<unsigned char>(c)));
+    EXPECT_EQ("yes", hasId());
+    id.back() = id.back() == '0' ? '1' : '0';
+    EXPECT_EQ("no", hasId());
 }
 
 TEST_F(FormatChecksTest, FindsTheLibrariesOfAProgram) {

@@ -9,6 +9,7 @@
 #include "scanners/zuksw/formats/elf_dynamic.h"
 #include "scanners/zuksw/formats/elf_notes.h"
 #include "scanners/zuksw/formats/go_build_info.h"
+#include "scanners/zuksw/versions/characters.h"
 
 namespace zuksw {
 namespace {
@@ -28,6 +29,7 @@ class ElfCheck : public Check {
     Answer accept(const Elf& elf, const Context& context, Row* row) const;
     Answer acceptDynamic(const Elf& elf, const Context& context, const Row& row) const;
     Answer acceptGo(const Elf& elf, const Context& context, Row* row) const;
+    Answer acceptBuildId(const Elf& elf, const Row& row, const Context& context) const;
     Answer acceptNote(const Elf& elf, const Context& context, Row* row) const;
 
     std::optional<Slot> of_;
@@ -133,6 +135,13 @@ Answer ElfCheck::acceptNote(const Elf& elf, const Context& context, Row* row) co
     return answer;
 }
 
+// Hex digits are the same in either case.
+Answer ElfCheck::acceptBuildId(const Elf& elf, const Row& row, const Context& context) const {
+    const Text wanted = expand(*buildId_, row, context);
+    return wanted.isSet() ? Answer::of(compareNoCase(wanted.text, elfBuildId(elf)) == 0)
+                          : Answer::missing(wanted);
+}
+
 Answer ElfCheck::accept(const Elf& elf, const Context& context, Row* row) const {
     Answer answer = Answer::yes();
     if (machine_ && !join(acceptText(*machine_, elf.machine(), *row, context), &answer)) return answer;
@@ -145,7 +154,7 @@ Answer ElfCheck::accept(const Elf& elf, const Context& context, Row* row) const 
     }
     const bool dynamic = kind_ || soname_ || needed_;
     if (dynamic && !join(acceptDynamic(elf, context, *row), &answer)) return answer;
-    if (buildId_ && !join(acceptText(*buildId_, elfBuildId(elf), *row, context), &answer)) return answer;
+    if (buildId_ && !join(acceptBuildId(elf, *row, context), &answer)) return answer;
     const bool go = goPath_ || goVersionSet_ || goModule_;
     if (go && !join(acceptGo(elf, context, row), &answer)) return answer;
     if (noteName_ || noteVersionSet_) join(acceptNote(elf, context, row), &answer);
