@@ -73,6 +73,7 @@ TEST_F(MountsTest, FileSystemsInMemoryAreEnteredOnlyWhenAskedFor) {
     EXPECT_EQ("/usr/x", found());
     EXPECT_EQ("/memory/x /usr/x", found({{"search/FileSystems", "all"}}));
     EXPECT_EQ("/memory/x /usr/x", found({{"search/FileSystems", "local,tmpfs"}}));
+    EXPECT_EQ("/memory/x /usr/x", found({{"search/FileSystems", "local, tmpfs"}}));
 }
 
 TEST_F(MountsTest, AFullDiskIsFive) {

@@ -358,6 +358,7 @@ TEST_F(SignatureTest, ManagersAreKnownByName) {
     const std::string text = signature("<Package name=\"p\"/>");
     EXPECT_EQ(1U, scan(text, {{"packages/Managers", "all"}}).matches.size());
     EXPECT_EQ(1U, scan(text, {{"packages/Managers", "rpm"}, {"packages/Managers", "dpkg"}}).matches.size());
+    EXPECT_EQ(1U, scan(text, {{"packages/Managers", "rpm, dpkg"}}).matches.size());
     EXPECT_EQ(0U, scan(text, {{"packages/Managers", "rpm,apk"}}).matches.size());
     EXPECT_TRUE(scan(text, {{"packages/Managers", "dpkg,yum"}}).has("config-value"));
 }

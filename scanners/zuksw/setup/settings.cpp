@@ -5,6 +5,7 @@
 #include <limits>
 #include <optional>
 
+#include "scanners/shared/packages/text.h"
 #include "scanners/zuksw/language/path_glob.h"
 #include "scanners/zuksw/sources/packages.h"
 
@@ -52,7 +53,7 @@ bool addManagers(std::string_view text, std::vector<std::string>* list) {
     std::vector<std::string> added;
     while (true) {
         const std::size_t comma = text.find(',');
-        const std::string_view manager = text.substr(0, comma);
+        const std::string_view manager = trimBlanks(text.substr(0, comma));
         const bool all = manager == "all";
         if (!all && std::find(known.begin(), known.end(), manager) == known.end()) return false;
         added.insert(added.end(), all ? known.begin() : known.end(), known.end());

@@ -2,6 +2,8 @@
 
 #include <algorithm>
 
+#include "scanners/shared/packages/text.h"
+
 namespace zuksw {
 namespace {
 
@@ -22,7 +24,7 @@ constexpr std::string_view kKernel[] = {
 FileSystemChoice::FileSystemChoice(std::string_view text) {
     while (!text.empty()) {
         const std::size_t comma = text.find(',');
-        const std::string_view type = text.substr(0, comma);
+        const std::string_view type = trimBlanks(text.substr(0, comma));
         if (type == "all") all_ = true;
         if (type == "local") types_.insert(types_.end(), std::begin(kLocal), std::end(kLocal));
         types_.emplace_back(type);
