@@ -62,19 +62,28 @@ class Machine {
     Source& shared() {
         const std::type_index key(typeid(Source));
         const auto found = shared_.find(key);
-        if (found != shared_.end()) return *static_cast<Source*>(found->second.get());
+        if (found != shared_.end()) {
+            if (found->second.denied) sources_.deniedAgain();
+            return *static_cast<Source*>(found->second.source.get());
+        }
         // Kept only once it is complete: reading may be cut, and may itself use other shared sources.
+        const std::size_t denials = sources_.denials();
         auto source = std::make_shared<Source>(*this);
-        shared_.emplace(key, source);
+        shared_.emplace(key, Shared{source, sources_.denials() != denials});
         return *source;
     }
 
   private:
+    struct Shared {
+        std::shared_ptr<void> source;
+        bool denied;  // something that it is read from
+    };
+
     void count(ReadStatus status, std::string_view path);
 
     RootedFs files_;
     Deadline deadline_;
     SourceLog sources_;
     std::string cpuidSignature_;
-    std::map<std::type_index, std::shared_ptr<void>> shared_;
+    std::map<std::type_index, Shared> shared_;
 };

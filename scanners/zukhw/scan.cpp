@@ -38,7 +38,7 @@ std::vector<const Collector*> enabledCollectors(const std::vector<std::string>& 
 
 GroupStatus collectGroup(const Collector& collector, Machine* machine, GroupWriter* out) {
     if (collector.collect == nullptr) return GroupStatus::Unsupported;
-    const std::size_t deniedBefore = machine->sources().deniedCount();
+    const std::size_t deniedBefore = machine->sources().denials();
     bool cut = false;
     machine->deadline().startGroup(kPerGroup);
     try {
@@ -51,7 +51,7 @@ GroupStatus collectGroup(const Collector& collector, Machine* machine, GroupWrit
     machine->deadline().lift();
     if (cut) return GroupStatus::Timeout;
     if (out->instances() != 0) return GroupStatus::Ok;
-    return machine->sources().deniedCount() != deniedBefore ? GroupStatus::Denied : GroupStatus::Empty;
+    return machine->sources().denials() != deniedBefore ? GroupStatus::Denied : GroupStatus::Empty;
 }
 
 void runGroup(const Collector& collector, Machine* machine, GroupWriter* out, GroupReport* report) {
