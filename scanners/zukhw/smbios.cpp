@@ -32,6 +32,12 @@ constexpr Identity kIdentities[] = {
     {3, 0x06, "chassis_version"}, {3, 0x07, "chassis_serial"},  {3, 0x08, "chassis_asset_tag"},
 };
 
+// The version that firmware means by numbers which no version of the standard has, as the kernel takes them.
+unsigned meantVersion(unsigned told) {
+    if (told == 0x021F || told == 0x0221) return 0x0203;
+    return told == 0x0233 ? 0x0206 : told;
+}
+
 // The length of the string area at the head of `bytes`, both NULs of its end included; 0 when it does not
 // end.
 std::size_t stringAreaLength(std::string_view bytes) {
@@ -117,15 +123,18 @@ void Smbios::readEntryPoint(Machine& machine) {
     if (startsWith(entry, "_SM3_")) at = 7;
     if (startsWith(entry, "_SM_")) at = 6;
     if (at == 0 || entry.size() < at + 2) return;
-    version_ = static_cast<unsigned char>(entry[at]) * 256U + static_cast<unsigned char>(entry[at + 1]);
+    version_ = meantVersion(static_cast<unsigned char>(entry[at]) * 256U +
+                            static_cast<unsigned char>(entry[at + 1]));
 }
 
 void Smbios::readEntries(Machine& machine) {
     std::vector<std::pair<std::uint64_t, std::string>> entries;
     for (const std::string& name : machine.list(kEntriesPath)) {
         const std::string path = std::string(kEntriesPath) + '/' + name;
+        const std::size_t denials = machine.sources().denials();
         auto raw = machine.read(path + "/raw");
-        if (!raw) break;  // all of them have the same mode
+        if (machine.sources().denials() != denials) break;  // all of them have the same mode
+        if (!raw) continue;
         entries.emplace_back(machine.number(path + "/position").value_or(UINT64_MAX), std::move(*raw));
     }
     std::stable_sort(entries.begin(), entries.end(),

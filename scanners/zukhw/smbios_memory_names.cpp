@@ -95,7 +95,8 @@ std::string_view memoryTypeName(unsigned code) {
 
 std::string_view memoryTechnologyName(unsigned code) {
     static constexpr std::string_view kNames[] = {
-        "", "Other", "", "DRAM", "NVDIMM-N", "NVDIMM-F", "NVDIMM-P", "Intel Optane persistent memory",
+        "",       "Other", "", "DRAM", "NVDIMM-N", "NVDIMM-F", "NVDIMM-P", "Intel Optane persistent memory",
+        "MRDIMM",
     };
     return nameOfCode(kNames, code);
 }

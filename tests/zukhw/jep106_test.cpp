@@ -22,6 +22,8 @@ TEST(Jep106, NamesTheCodesThatFirmwareLeaves) {
         {"80CD", ""},  // identity without odd parity: no code
         {"8098", "Toshiba"},
         {"0198", "Kingston"},
+        {"0443", "Ramaxel"},
+        {"7F7F7F7F43000000", "Ramaxel"},
     };
     for (const CodeCase& c : cases) EXPECT_EQ(c.name, jep106NameOfText(c.text)) << c.text;
 }

@@ -59,6 +59,14 @@ TEST(Smbios, KnowsBothEntryPoints) {
     EXPECT_EQ(std::nullopt, cut->shared<Smbios>().version());
 }
 
+TEST(Smbios, CorrectsVersionsThatThereAreNot) {
+    const std::string table = structure(127, 0, "", {});
+    for (const auto& [told, meant] : {std::pair('\x1F', 0x0203U), {'\x21', 0x0203U}, {'\x33', 0x0206U}}) {
+        TestMachine machine(treeWith(table, "_SM_\x00\x1F\x02"s + told + "\x00\x00"s));
+        EXPECT_EQ(meant, machine->shared<Smbios>().version());
+    }
+}
+
 TEST(Smbios, LeavesOutFieldsThatItsVersionDoesNotKnow) {
     const std::string device = structure(17, 1, std::string(0x22 - 4, '\x11'), {});
     TestMachine old(treeWith(device, "_SM_\x00\x1F\x02\x03\x00\x00"s));
@@ -106,6 +114,14 @@ TEST(Smbios, FallsBackToTheKernelsEntries) {
     EXPECT_EQ(Smbios::Source::Entries, smbios.source());
     ASSERT_EQ(2U, smbios.structures().size());
     EXPECT_EQ(2U, smbios.structures()[0].type());
+}
+
+TEST(Smbios, TakesTheEntriesThatACopyHas) {
+    TestMachine machine(
+        "sys/firmware/dmi/entries/0-0/position: 0\n"
+        "sys/firmware/dmi/entries/1-0/raw = " +
+        hexOf(structure(1, 1, "\x01"s, {"A"})) + "\n");
+    EXPECT_EQ(1U, machine->shared<Smbios>().structures().size());
 }
 
 TEST(Smbios, FallsBackToTheStringsThatEverybodyMayRead) {
