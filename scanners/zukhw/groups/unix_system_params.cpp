@@ -31,11 +31,6 @@ void writeSettings(Machine& machine, const std::vector<Setting>& settings, Group
     }
 }
 
-void writeSwitch(Machine& machine, const Setting& setting, GroupWriter& out) {
-    const auto value = machine.number(std::string("proc/sys/") + setting.path);
-    if (value) out.boolean(setting.field, *value != 0);
-}
-
 void writeFiles(Machine& machine, GroupWriter& out) {
     writeSettings(machine, {{"MaxOpenFiles", "fs/file-max"}}, out);
     const std::string open = machine.text("proc/sys/fs/file-nr");
@@ -74,9 +69,9 @@ void writeMemoryAndDumps(Machine& machine, GroupWriter& out) {
                    {"OvercommitRatio", "vm/overcommit_ratio"},
                    {"DirtyRatio", "vm/dirty_ratio"},
                    {"HugePages", "vm/nr_hugepages"},
-                   {"AddressSpaceRandomization", "kernel/randomize_va_space"}},
+                   {"AddressSpaceRandomization", "kernel/randomize_va_space"},
+                   {"CoreUsesPid", "kernel/core_uses_pid"}},
                   out);
-    writeSwitch(machine, {"CoreUsesPid", "kernel/core_uses_pid"}, out);
     out.text("CorePattern", machine.text("proc/sys/kernel/core_pattern"));
 }
 
@@ -107,8 +102,10 @@ void collectUNIXSystemParams(Machine& machine, GroupWriter& out) {
     writeLimit(limits, "Max open files ", "SoftNoFile", "HardNoFile", out);
     writeLimit(limits, "Max processes ", "SoftNProc", "HardNProc", out);
     out.text("DefaultShell", machine.link("bin/sh"));
-    writeSettings(machine, {{"Entropy", "kernel/random/entropy_avail"}}, out);
-    writeSwitch(machine, {"IPv4Forwarding", "net/ipv4/ip_forward"}, out);
-    writeSwitch(machine, {"IPv6Forwarding", "net/ipv6/conf/all/forwarding"}, out);
+    writeSettings(machine,
+                  {{"Entropy", "kernel/random/entropy_avail"},
+                   {"IPv4Forwarding", "net/ipv4/ip_forward"},
+                   {"IPv6Forwarding", "net/ipv6/conf/all/forwarding"}},
+                  out);
     out.text("HostId", machine.shared<HostId>().text());
 }
