@@ -11,11 +11,10 @@ std::optional<std::uint64_t> milliwattHours(Machine& machine, const std::string&
     const auto charge = machine.number(supply + "charge_" + what);
     const auto voltage = machine.number(supply + "voltage_min_design");
     if (!charge || !voltage) return std::nullopt;
-    // µAh x µV / 10^9 is mWh; in two steps, because the product may not fit.
-    const std::uint64_t milliampereHours = *charge / kMicroPerMilli;
-    const std::uint64_t millivolts = *voltage / kMicroPerMilli;
-    if (millivolts != 0 && milliampereHours > UINT64_MAX / millivolts) return std::nullopt;
-    return milliampereHours * millivolts / kMicroPerMilli;
+    constexpr std::uint64_t kNanoPerUnit = 1000 * 1000 * 1000;
+    std::uint64_t picowattHours = 0;
+    if (__builtin_mul_overflow(*charge, *voltage, &picowattHours)) return std::nullopt;
+    return picowattHours / kNanoPerUnit;
 }
 
 Battery readBattery(Machine& machine, const std::string& supply) {

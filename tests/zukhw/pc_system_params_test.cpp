@@ -89,6 +89,10 @@ TEST(PCSystemParams, ReckonsEnergyFromChargeAndVoltage) {
     const std::string tree = kBattery + "type: Battery\n" + kBattery + "charge_full_design: 5000000\n";
     EXPECT_EQ("57000",
               valueOf(tree + kBattery + "voltage_min_design: 11400000\n", "Battery1DesignMilliwattHours"));
+    EXPECT_EQ("39407",  // of the charge alone in milliampere hours, 39398
+              valueOf(kBattery + "type: Battery\n" + kBattery + "charge_full: 3456789\n" + kBattery +
+                          "voltage_min_design: 11400000\n",
+                      "Battery1FullMilliwattHours"));
     EXPECT_EQ("", valueOf(tree, "Battery1DesignMilliwattHours"));
     EXPECT_EQ("", valueOf(kBattery + "type: Battery\n" + kBattery + "charge_full: 18446744073709551615\n" +
                               kBattery + "voltage_min_design: 18446744073709551615\n",
