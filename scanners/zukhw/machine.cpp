@@ -71,7 +71,9 @@ bool Machine::exists(std::string_view path) {
 
 std::optional<FileFacts> Machine::facts(std::string_view path, bool followLinks) {
     deadline_.check();
-    return files_.facts(path, followLinks);
+    auto facts = files_.facts(path, followLinks);
+    if (!facts && errno == EACCES) sources_.denied(path);  // a folder on the way to it
+    return facts;
 }
 
 std::string Machine::resolve(std::string_view path) {

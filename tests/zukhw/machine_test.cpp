@@ -2,6 +2,10 @@
 #include "scanners/zukhw/machine.h"
 
 #include <gtest/gtest.h>
+#include <unistd.h>
+
+#include <cstdlib>
+#include <filesystem>
 
 #include "tests/zukhw/test_machine.h"
 
@@ -30,6 +34,39 @@ TEST(Machine, TellsNoDenialOfASharedSourceThatCouldBeRead) {
     machine->shared<OpenSource>();
     machine->shared<OpenSource>();
     EXPECT_EQ(0U, machine->sources().denials());
+}
+
+// For as long as it lives, where the tests run as root; others are ordinary users anyway.
+class OrdinaryUser {
+  public:
+    OrdinaryUser() : dropped_(::geteuid() == 0 && ::seteuid(kNobody) == 0) {}
+    ~OrdinaryUser() {
+        if (dropped_ && ::seteuid(0) != 0) std::abort();
+    }
+    OrdinaryUser(const OrdinaryUser&) = delete;
+    OrdinaryUser& operator=(const OrdinaryUser&) = delete;
+
+  private:
+    static constexpr uid_t kNobody = 65534;
+    bool dropped_;
+};
+
+TEST(Machine, CountsAFileInAClosedFolderAsDenied) {
+    namespace fs = std::filesystem;
+    TestMachine machine("closed/file: x\n");
+    fs::permissions(machine.root() + "/closed", fs::perms::none);
+    {
+        const OrdinaryUser user;
+        EXPECT_FALSE(machine->exists("closed/file"));
+    }
+    fs::permissions(machine.root() + "/closed", fs::perms::owner_all);
+    EXPECT_EQ(1U, machine->sources().deniedCount());
+}
+
+TEST(Machine, CountsAFileThatIsNotThereAsNotDenied) {
+    TestMachine machine("open/\n");
+    EXPECT_FALSE(machine->exists("open/file"));
+    EXPECT_EQ(0U, machine->sources().deniedCount());
 }
 
 }  // namespace
