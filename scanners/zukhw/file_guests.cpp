@@ -7,6 +7,7 @@
 #include "scanners/zukhw/machine.h"
 #include "scanners/zukhw/parse.h"
 #include "scanners/zukhw/text.h"
+#include "scanners/zukhw/uuid.h"
 
 namespace {
 
@@ -80,7 +81,7 @@ void setProxmoxField(Guest* guest, std::string_view key, std::string_view value)
     if (key == "meta") guest->createdAt = creationTime(value);
     if (key == "smbios1" && value.find("uuid=") != std::string_view::npos) {
         const std::string_view rest = value.substr(value.find("uuid=") + 5);
-        guest->uuid = toLower(rest.substr(0, rest.find(',')));
+        guest->uuid = cleanUuid(rest.substr(0, rest.find(',')));
     }
     if (isNetwork && !macIn(value).empty()) guest->macAddresses.push_back(macIn(value));
     if (isDisk(key) && value.find("media=cdrom") == std::string_view::npos)

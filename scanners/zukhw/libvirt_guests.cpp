@@ -4,6 +4,7 @@
 #include "scanners/zukhw/machine.h"
 #include "scanners/zukhw/parse.h"
 #include "scanners/zukhw/text.h"
+#include "scanners/zukhw/uuid.h"
 
 namespace {
 
@@ -41,7 +42,7 @@ class DefinitionReader : public XmlEvents {
 
     void onEnd(const std::string& path) override {
         if (path == "domain/name") guest_.name = trim(text_);
-        if (path == "domain/uuid") guest_.uuid = toLower(trim(text_));
+        if (path == "domain/uuid") guest_.uuid = cleanUuid(text_);
         if (path == "domain/description") guest_.description = text_;
         if (path == "domain/vcpu") guest_.virtualCpus = parseDecimal(text_);
         if (path == "domain/memory") setMemory();

@@ -25,7 +25,8 @@ bool parseLine(std::string_view line, Mount* mount) {
     mount->type = decodeOctalEscapes(dash[1]);
     mount->source = decodeOctalEscapes(dash[2]);
     mount->superOptions = decodeOctalEscapes(dash[3]);
-    return mount->device.find(':') != std::string::npos && startsWith(mount->point, "/");
+    const bool hasType = !cleanText(mount->type).empty();
+    return hasType && mount->device.find(':') != std::string::npos && startsWith(mount->point, "/");
 }
 
 }  // namespace

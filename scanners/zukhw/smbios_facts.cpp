@@ -3,6 +3,8 @@
 #include <algorithm>
 
 #include "scanners/zukhw/machine.h"
+#include "scanners/zukhw/text.h"
+#include "scanners/zukhw/uuid.h"
 
 namespace {
 
@@ -18,6 +20,15 @@ std::string releaseAt(const SmbiosStructure& firmware, std::size_t offset) {
     const auto minor = firmware.byte(offset + 1);
     if (!major || !minor || *major == 0xFF || *minor == 0xFF) return "";
     return std::to_string(*major) + '.' + std::to_string(*minor);
+}
+
+// As the kernel shows it, two numbers and a point; empty for anything else.
+std::string releaseOf(const std::string& text) {
+    const auto isNumber = [](std::string_view part) {
+        return !part.empty() && part.find_first_not_of("0123456789") == std::string_view::npos;
+    };
+    const std::vector<std::string_view> parts = split(text, '.');
+    return parts.size() == 2 && isNumber(parts[0]) && isNumber(parts[1]) ? text : "";
 }
 
 }  // namespace
@@ -48,11 +59,11 @@ void SmbiosFacts::readTable(const Smbios& smbios) {
 void SmbiosFacts::readFiles(Machine& machine) {
     static const std::string kDirectory = "sys/class/dmi/id/";
     if (!machine.exists(kDirectory)) return;
-    uuid_ = machine.text(kDirectory + "product_uuid");
+    uuid_ = cleanUuid(machine.text(kDirectory + "product_uuid"));
     const auto type = machine.number(kDirectory + "chassis_type");
     if (type && *type <= 0x7F) chassisType_ = static_cast<unsigned>(*type);
-    biosRelease_ = machine.text(kDirectory + "bios_release");
-    controllerRelease_ = machine.text(kDirectory + "ec_firmware_release");
+    biosRelease_ = releaseOf(machine.text(kDirectory + "bios_release"));
+    controllerRelease_ = releaseOf(machine.text(kDirectory + "ec_firmware_release"));
 }
 
 const SmbiosStructure* mainBoard(const Smbios& smbios) {

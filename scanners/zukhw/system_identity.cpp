@@ -7,6 +7,7 @@
 #include "scanners/zukhw/smbios.h"
 #include "scanners/zukhw/smbios_facts.h"
 #include "scanners/zukhw/text.h"
+#include "scanners/zukhw/uuid.h"
 
 namespace {
 
@@ -80,6 +81,7 @@ SystemIdentity::SystemIdentity(Machine& machine) : source("None") {
     readSerialNumber(machine, this);
     uuid = toLower(machine.shared<SmbiosFacts>().uuid());
     if (isPlaceholderUuid(uuid)) uuid.clear();
-    if (uuid.empty() && machine.exists("sys/hypervisor")) uuid = toLower(machine.text("sys/hypervisor/uuid"));
+    if (uuid.empty() && machine.exists("sys/hypervisor"))
+        uuid = cleanUuid(machine.text("sys/hypervisor/uuid"));
     if (isPlaceholderUuid(uuid)) uuid.clear();
 }

@@ -9,6 +9,7 @@
 #include "scanners/zukhw/machine.h"
 #include "scanners/zukhw/parse.h"
 #include "scanners/zukhw/text.h"
+#include "scanners/zukhw/uuid.h"
 
 namespace {
 
@@ -51,7 +52,7 @@ class DefinitionReader : public XmlEvents {
     void onStart(const std::string& path, const XmlAttributes& attributes) override {
         text_.clear();
         if (path == "VirtualBox/Machine") {
-            guest_.uuid = withoutBraces(attributeText(attributes, "uuid"));
+            guest_.uuid = cleanUuid(withoutBraces(attributeText(attributes, "uuid")));
             guest_.name = attributeText(attributes, "name");
         }
         if (endsWith(path, "/HardDisk"))

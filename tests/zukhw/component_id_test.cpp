@@ -67,6 +67,21 @@ TEST(ComponentID, TakesTheFirstSerialNumberThatIsOne) {
     EXPECT_EQ("Soc", collectOne(soc, kGroup).at("SerialNumberSource"));
 }
 
+TEST(ComponentID, ReportsAUuidInLowerCase) {
+    TestMachine machine("sys/class/dmi/id/product_uuid: 83340CA8-CB49-4474-8C29-D2088CA84DD9\n");
+    EXPECT_EQ("83340ca8-cb49-4474-8c29-d2088ca84dd9", collectOne(machine, kGroup).at("Uuid"));
+}
+
+TEST(ComponentID, DoesNotReportWhatIsNoUuid) {
+    for (const char* text :
+         {"4", "83340ca8-cb49-4474-8c29-d2088ca84dd", "83340ca8-cb49-4474-8c29-d2088ca84ddg",
+          "83340ca8-cb49-4474-8c29_d2088ca84dd9"}) {
+        TestMachine machine("sys/class/dmi/id/product_uuid: "s + text +
+                            "\nsys/class/dmi/id/sys_vendor: Maker\n");
+        EXPECT_EQ(0U, collectOne(machine, kGroup).count("Uuid")) << text;
+    }
+}
+
 TEST(ComponentID, DoesNotReportSharedUuids) {
     for (const char* uuid : {"00000000-0000-0000-0000-000000000000", "FFFFFFFF-FFFF-FFFF-FFFF-FFFFFFFFFFFF",
                              "03000200-0400-0500-0006-000700080009"}) {

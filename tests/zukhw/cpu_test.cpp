@@ -71,6 +71,13 @@ TEST(Processor, TellsTheBaseFrequencyWithoutAHighest) {
     EXPECT_EQ("1900", collectOne(machine, "Processor").at("BaseMHz"));
 }
 
+TEST(Processor, LeavesOutASpeedThatIsNoNumber) {
+    for (const char* text : {"422=.00", ".5", "04.5", "5."}) {
+        TestMachine machine(present("0") + "proc/cpuinfo:\n\tprocessor : 0\n\tbogomips : " + text + "\n");
+        EXPECT_EQ(0U, collectOne(machine, "Processor").count("BogoMips")) << text;
+    }
+}
+
 TEST(Processor, LeavesOutPlacesThatThePlatformDoesNotTell) {
     TestMachine machine(present("0") + cpuFile(0, "topology/physical_package_id", "-1") +
                         cpuFile(0, "topology/core_id", "0") + cpuFile(0, "topology/cluster_id", "65535"));

@@ -29,6 +29,7 @@ TEST(Mountinfo, CountsBrokenLinesWithTheirPlace) {
                            "1 2 8:1 / / rw -",
                            "1 2 8:1 / / rw - ext4 x",
                            "1 2 nonsense / / rw - ext4 x rw",
+                           "1 2 8:1 / / rw -  x rw",
                            "1 2 8:1 / relative rw - ext4 x rw"};
     for (const char* line : lines) {
         SourceLog log;

@@ -32,6 +32,12 @@ TEST(PCSystemParams, ReadsReleasesOfTheTable) {
     EXPECT_EQ("", valueOf(tree, "EmbeddedControllerRelease"));
 }
 
+TEST(PCSystemParams, ReadsReleasesThatTheKernelShows) {
+    EXPECT_EQ("2.10", valueOf("sys/class/dmi/id/bios_release: 2.10\n", "BiosRelease"));
+    EXPECT_EQ("", valueOf("sys/class/dmi/id/bios_release: .2\n", "BiosRelease"));
+    EXPECT_EQ("", valueOf("sys/class/dmi/id/bios_release: 2.1.0\n", "BiosRelease"));
+}
+
 TEST(PCSystemParams, ReadsUefiFlags) {
     const std::string variable =
         "sys/firmware/efi/efivars/SecureBoot-8be4df61-93ca-11d2-aa0d-00e098032b8c = ";

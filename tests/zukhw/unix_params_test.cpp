@@ -44,6 +44,15 @@ TEST(UnixSystemParams, LeavesOutALimitThatThereIsNot) {
               collectOne(machine, "UNIXSystemParams"));
 }
 
+TEST(UnixSystemParams, TellsALimitOnce) {
+    TestMachine machine(
+        "proc/1/limits:\n\tMax open files            1024                 4096            files     \n"
+        "\tMax open files            1                 2            files     \n");
+    EXPECT_EQ((Fields{{"SoftNoFile", "1024"}, {"HardNoFile", "4096"}}),
+              collectOne(machine, "UNIXSystemParams"));
+    EXPECT_EQ(std::string::npos, collectXml(*machine, "UNIXSystemParams").find("<SoftNoFile>1<"));
+}
+
 TEST(HostId, IsFourBytesAndNothingElse) {
     for (const char* bytes : {"", "01 02 03", "01 02 03 04 05"}) {
         TestMachine machine(std::string("etc/hostid = ") + bytes + "\n");

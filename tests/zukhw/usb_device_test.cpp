@@ -116,6 +116,7 @@ const Attribute kAttributes[] = {
     {"removable", "fixed", "Removable", "false"},
     {"removable", "unknown", "Removable", ""},
     {"bNumConfigurations", "1", "ConfigurationCount", "1"},
+    {"speed", "-1", "SpeedMbps", ""},
 };
 
 TEST(USBDevice, ReadsAttributes) {

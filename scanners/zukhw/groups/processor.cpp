@@ -10,6 +10,7 @@
 #include "scanners/zukhw/cpu_identity.h"
 #include "scanners/zukhw/cpu_info.h"
 #include "scanners/zukhw/cpu_topology.h"
+#include "scanners/zukhw/fraction.h"
 #include "scanners/zukhw/group_writer.h"
 #include "scanners/zukhw/machine.h"
 #include "scanners/zukhw/parse.h"
@@ -123,7 +124,8 @@ void writeRest(Machine& machine, const LogicalCpu& cpu, GroupWriter& out) {
         machine.text("sys/devices/system/cpu/cpu" + std::to_string(cpu.index) + "/microcode/version");
     if (microcode.empty()) microcode = info.value(cpu.index, {"microcode"});
     out.text("MicrocodeVersion", microcode);
-    out.text("BogoMips", info.value(cpu.index, {"bogomips", "BogoMIPS", "bogomips per cpu"}));
+    out.text("BogoMips",
+             decimalFraction(info.value(cpu.index, {"bogomips", "BogoMIPS", "bogomips per cpu"})));
     const CpuAddressBits bits = info.addressBits(cpu.index);
     out.number("PhysicalAddressBits", bits.physical);
     out.number("VirtualAddressBits", bits.virtualBits);

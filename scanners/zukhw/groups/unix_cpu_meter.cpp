@@ -6,21 +6,13 @@
 #include "scanners/zukhw/cpu_counts.h"
 #include "scanners/zukhw/fraction.h"
 #include "scanners/zukhw/group_writer.h"
-#include "scanners/zukhw/lparcfg.h"
 #include "scanners/zukhw/machine.h"
 #include "scanners/zukhw/parse.h"
+#include "scanners/zukhw/partition_files.h"
 #include "scanners/zukhw/proc_stat.h"
 #include "scanners/zukhw/text.h"
 
 namespace {
-
-// "8.97", and nothing that is no such number.
-std::string_view decimalFraction(std::string_view text) {
-    const std::size_t point = text.find('.');
-    const bool good = parseDecimal(text.substr(0, point)) &&
-                      (point == std::string_view::npos || parseDecimal(text.substr(point + 1)));
-    return good ? text : std::string_view();
-}
 
 // "8.97 9.71 8.49 16/188 15179": three loads, tasks that run of all tasks, the newest process.
 void writeLoad(Machine& machine, GroupWriter& out) {
@@ -49,10 +41,10 @@ void writePressure(Machine& machine, const char* field, const char* path, GroupW
 // How much of its entitlement a POWER partition has used: processor time (purr) of the time that passed
 // (tbr), against hundredths of processors.
 void writePartition(Machine& machine, GroupWriter& out) {
-    const Lparcfg& lparcfg = machine.shared<Lparcfg>();
-    const auto used = lparcfg.number("purr");
-    const auto passed = lparcfg.number("tbr");
-    const auto entitled = lparcfg.number("partition_entitled_capacity");
+    const LparConfig& config = machine.shared<LparConfig>();
+    const auto used = parseDecimal(config.value("purr"));
+    const auto passed = parseDecimal(config.value("tbr"));
+    const auto entitled = parseDecimal(config.value("partition_entitled_capacity"));
     out.number("PowerVmPurr", used);
     if (!used || !passed || !entitled || *passed == 0 || *entitled == 0) return;
     constexpr double kPerProcessor = 100;

@@ -82,7 +82,7 @@ void writeLimit(std::string_view limits, std::string_view title, const char* sof
         if (!startsWith(line, title)) continue;
         const std::vector<std::string_view> fields = words(line.substr(title.size()));
         out.number(soft, numberAt(fields, 0));
-        out.number(hard, numberAt(fields, 1));
+        return out.number(hard, numberAt(fields, 1));
     }
 }
 

@@ -6,6 +6,7 @@
 
 #include "scanners/zukhw/collectors.h"
 #include "scanners/zukhw/device_names.h"
+#include "scanners/zukhw/fraction.h"
 #include "scanners/zukhw/group_writer.h"
 #include "scanners/zukhw/hex.h"
 #include "scanners/zukhw/machine.h"
@@ -71,8 +72,8 @@ void writeClasses(Machine& machine, const UsbDevice& device, GroupWriter& out) {
 }
 
 void writeTraits(Machine& machine, const UsbDevice& device, GroupWriter& out) {
-    const std::string speed = machine.text(device.path + "/speed");  // "1.5" is a speed, too
-    if (speed != "unknown") out.text("SpeedMbps", speed);
+    const std::string speed = machine.text(device.path + "/speed");  // "1.5" is a speed, too, "unknown" none
+    out.text("SpeedMbps", decimalFraction(speed));
     out.text("UsbVersion", machine.text(device.path + "/version"));
     std::string power = machine.text(device.path + "/bMaxPower");
     if (endsWith(power, "mA")) power.resize(power.size() - 2);
