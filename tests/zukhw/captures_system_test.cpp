@@ -103,6 +103,7 @@ TEST_F(SystemCaptures, HaveThePackagesThatRpmLists) {
         EXPECT_EQ(utcTime(parseSigned(cells[6]).value_or(0)).substr(0, 10), valueOf(package, "InstallDate"))
             << line;
         EXPECT_EQ(cells[7], valueOf(package, "InstalledBytes")) << line;
+        EXPECT_NE("Unspecified", valueOf(package, "Group")) << line;
         EXPECT_EQ(cleanText(cells[8]), valueOf(package, "Summary")) << line;
     }
     EXPECT_EQ(count, packages.size());

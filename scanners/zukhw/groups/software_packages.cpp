@@ -33,7 +33,9 @@ void writeOrigin(const Package& package, GroupWriter& out) {
     out.text("Vendor", package.vendor);
     out.text("Maintainer", package.maintainer);
     out.text("Summary", package.summary);
-    out.text(isRpm ? "Group" : "Section", package.section);
+    // What rpm writes where the package says nothing.
+    const bool isUnspecified = isRpm && package.section == "Unspecified";
+    if (!isUnspecified) out.text(isRpm ? "Group" : "Section", package.section);
     out.text("Source", package.source);
     out.text("License", package.license);
 }
