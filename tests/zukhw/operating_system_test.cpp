@@ -100,6 +100,9 @@ TEST(OperatingSystem, NamesAPendingKernelWhenAnotherRuns) {
     EXPECT_EQ(0U, systemOf(modules + "proc/sys/kernel/osrelease: 6.1.0-10-amd64\n").count("PendingKernel"));
     EXPECT_EQ("6.1.0-10-amd64",
               systemOf(modules + "proc/sys/kernel/osrelease: 6.18.0\n").at("PendingKernel"));
+    EXPECT_EQ(0U, systemOf("lib/modules/6.1.0/\nlib/modules/extramodules/\n"
+                           "proc/sys/kernel/osrelease: 6.1.0\n")
+                      .count("PendingKernel"));
 }
 
 TEST(OperatingSystem, KnowsTheInitSystem) {

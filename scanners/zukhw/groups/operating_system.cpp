@@ -137,7 +137,9 @@ std::string cLibrary(Machine& machine) {
 // The newest kernel whose modules are installed, when that is another than the one that runs. It may be
 // older: of the newer one that runs the package was removed.
 std::string pendingKernel(Machine& machine, const std::string& running) {
-    const std::vector<std::string> installed = machine.list("lib/modules");
+    std::vector<std::string> installed = machine.list("lib/modules");
+    const auto isOther = [](const std::string& name) { return name[0] < '0' || name[0] > '9'; };
+    installed.erase(std::remove_if(installed.begin(), installed.end(), isOther), installed.end());
     if (running.empty() || installed.empty() || installed.back() == running) return "";
     return installed.back();
 }
