@@ -58,7 +58,13 @@ void askProcessor(Machine& machine, Hypervisor* hypervisor, std::vector<Finding>
     if (startsWith(firstCpuValue(machine, "vendor_id"), "User Mode Linux")) {
         findings->push_back({"/proc/cpuinfo", "User Mode Linux"});
     }
-    if (startsWith(firstCpuValue(machine, "model name"), "QEMU Virtual CPU")) {
+    if (startsWith(firstCpuValue(machine, "vendor_id"), "PowerVM Lx86")) {
+        findings->push_back({"/proc/cpuinfo", "PowerVM Lx86"});  // runs programs for x86 on POWER
+    }
+    // "IBM pSeries (emulated by qemu)" stands behind the processors of a POWER machine.
+    const bool isEmulated =
+        firstCpuValue(machine, "model").find("emulated by qemu") != std::string_view::npos;
+    if (isEmulated || startsWith(firstCpuValue(machine, "model name"), "QEMU Virtual CPU")) {
         findings->push_back({"/proc/cpuinfo", "QEMU"});
     }
 }
