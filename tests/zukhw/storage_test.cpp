@@ -102,6 +102,20 @@ TEST(Storage, DescribesASataDisk) {
               fields);
 }
 
+// 60 bytes of the translation, then words: the serial number from the tenth, two characters swapped in each.
+TEST(Storage, ReadsTheIdentityOfAnAtaDiskBehindAnyAdapter) {
+    std::string page = "00 89 02 38";
+    for (int i = 4; i < 60 + 512; ++i) {
+        const int word = (i - 60) / 2;
+        const bool inSerial = i >= 60 && word >= 10 && word < 20;
+        page += inSerial ? (i % 2 == 0 ? " 42" : " 41") : " 20";
+    }
+    const std::string device = "pci0000:00/0000:00:14.0/usb2/2-1/2-1:1.0/host6/target6:0:0/6:0:0:0";
+    TestMachine machine(disk("sdb", device, {"removable: 0"}) + "sys/devices/" + device +
+                        "/vpd_pg89 = " + page + "\n");
+    EXPECT_EQ("ABABABABABABABABABAB", collectOne(machine, "Storage").at("SerialNumber"));
+}
+
 TEST(Storage, GivesNoMediumOfAVirtualDisk) {
     TestMachine virtio(disk("vda", "pci0000:00/0000:00:02.0/virtio1", {"queue/rotational: 1"}) +
                        "sys/devices/pci0000:00/0000:00:02.0/virtio1/vendor: 0x1af4\n");

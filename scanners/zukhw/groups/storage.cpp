@@ -77,9 +77,11 @@ std::string modelOf(Machine& machine, const Disk& disk) {
     return isCard && model.empty() ? machine.text(disk.path + "/device/name") : model;
 }
 
-// Parallel ATA disks run under the same driver as serial ones.
+// Disks of SCSI's command set can have this page, behind whichever adapter. Parallel ATA disks run under the
+// same driver as serial ones.
 void readAtaIdentity(Machine& machine, Disk* disk) {
-    if (disk->interface != "SATA" && disk->interface != "SAS") return;
+    static constexpr std::string_view kOthers[] = {"NVMe", "Virtio", "Xen", "MMC", "SD", "DASD"};
+    if (std::find(std::begin(kOthers), std::end(kOthers), disk->interface) != std::end(kOthers)) return;
     const auto page = machine.read(disk->path + "/device/vpd_pg89");
     disk->ata = page ? vpdAtaIdentity(*page) : std::nullopt;
     if (disk->ata && !disk->ata->serialAta && disk->interface == "SATA") disk->interface = "IDE";
