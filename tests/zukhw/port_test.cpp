@@ -90,6 +90,13 @@ const std::string kConnectors = "sys/firmware/dmi/tables/DMI = " +
                                       structure(8, 2, "\x01\x00\x02\x05\x05"s, {"J5", "LPT 1"})) +
                                 "\n";
 
+TEST(SerialPort, ReportsAUsbAdapterOfACopyWithoutTheClassesLinks) {
+    TestMachine machine(kUsb + kUsbPort + "/1-3:1.0/ttyUSB0/x: \n" +
+                        "sys/class/tty/ttyUSB0/device -> "
+                        "../../../devices/pci0000:00/0000:00:14.0/usb1/1-3/1-3:1.0/ttyUSB0\n");
+    EXPECT_EQ("UsbSerial", collectOne(machine, "SerialPort").at("Kind"));
+}
+
 TEST(SerialPort, TakesTheFirmwaresConnectorsWhereThereIsNoPort) {
     TestMachine machine(kConnectors);
     EXPECT_EQ(

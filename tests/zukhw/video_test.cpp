@@ -70,6 +70,15 @@ TEST(Video, ReadsTheResolutionOfItsFrameBuffer) {
     EXPECT_EQ("1920x1080", fields.at("CurrentResolution"));
 }
 
+TEST(Video, FindsTheFrameBufferOfACardWithoutPci) {
+    const std::string gpu = "sys/devices/platform/soc/gpu";
+    EXPECT_EQ("800x480", video(gpu + "/uevent:\n"
+                                     "sys/class/drm/card0/device -> ../../../devices/platform/soc/gpu\n"
+                                     "sys/class/graphics/fb0/device -> ../../../devices/platform/soc/gpu\n"
+                                     "sys/class/graphics/fb0/virtual_size: 800,480\n")
+                             .at("CurrentResolution"));
+}
+
 TEST(Video, LeavesAnotherCardsFrameBufferAlone) {
     const Fields fields =
         video(kTree +

@@ -49,6 +49,8 @@ Port readPort(Machine& machine, const std::string& name) {
     // Virtual terminals are many, and have no port.
     if (target.find("/virtual/") != std::string::npos && !port.isRfcomm()) return port;
     port.device = machine.resolve(port.path);
+    // A copy may have a plain directory there, with the link to the device in it.
+    if (port.device == port.path) port.device = machine.resolve(port.path + "/device");
     if (port.isUsb()) return port;
     port.chip = machine.number(port.path + "/type").value_or(0);
     if (port.chip == 0) return port;

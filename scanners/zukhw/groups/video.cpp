@@ -74,14 +74,17 @@ void writeMemory(Machine& machine, const PciDevice& device, GroupWriter& out) {
     }
 }
 
-// "1920,1080" of the frame buffer that the card's driver made.
-std::string currentResolution(Machine& machine, const std::string& address) {
+// "1920,1080" of the frame buffer that the driver of the card below that device made.
+std::string currentResolution(Machine& machine, const std::string& device) {
+    if (device.empty()) return "";
     static const std::string kDirectory = "sys/class/graphics";
     for (const std::string& name : machine.list(kDirectory)) {
         if (!startsWith(name, "fb") || !parseDecimal(name.substr(2))) continue;
         std::string path = kDirectory;
         path += '/' + name;
-        if (baseName(pciAncestor(machine.link(path))) != address) continue;
+        // In a copy it may be a plain directory, with its device link kept.
+        const bool isBelow = startsWith(machine.resolve(path), device + '/');
+        if (!isBelow && machine.resolve(path + "/device") != device) continue;
         std::string size = machine.text(path + "/virtual_size");
         std::replace(size.begin(), size.end(), ',', 'x');
         return size;
@@ -113,7 +116,7 @@ void writeController(Machine& machine, const PciDevice& device, GroupWriter& out
         return candidate.pciAddress == device.address;
     });
     if (card != cards.end()) writeOutputs(*card, out);
-    out.text("CurrentResolution", currentResolution(machine, device.address));
+    out.text("CurrentResolution", currentResolution(machine, machine.resolve(device.path)));
     writePciLink(machine, device.path, out);
     const auto node = machine.signedNumber(device.path + "/numa_node");
     if (node && *node >= 0) out.number("NumaNode", *node);
@@ -129,6 +132,7 @@ void writeOther(Machine& machine, const DrmCard& card, GroupWriter& out) {
     out.text("BusAddress", machine.linkName(card.path + "/device"));
     out.text("Driver", machine.linkName(card.path + "/device/driver"));
     writeOutputs(card, out);
+    out.text("CurrentResolution", currentResolution(machine, machine.resolve(card.path + "/device")));
 }
 
 }  // namespace
