@@ -37,6 +37,10 @@ std::string cleanMacAddress(const std::string& text) {
     constexpr std::size_t kInfiniband = 20 * 3 - 1;
     const std::string address = toLower(trim(text));
     if (address.size() != kEthernet && address.size() != kInfiniband) return "";
-    if (address.find_first_not_of("0123456789abcdef:") != std::string::npos) return "";
+    for (std::size_t i = 0; i < address.size(); ++i) {
+        constexpr std::string_view kDigits = "0123456789abcdef";
+        const bool good = i % 3 == 2 ? address[i] == ':' : kDigits.find(address[i]) != std::string_view::npos;
+        if (!good) return "";
+    }
     return address.find_first_not_of("0:") == std::string::npos ? "" : address;
 }

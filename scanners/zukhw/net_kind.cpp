@@ -10,16 +10,12 @@ struct Named {
 };
 
 constexpr Named kByType[] = {
-    {"wlan", "WiFi"},       {"wwan", "Wwan"},
-    {"bridge", "Bridge"},   {"bond", "Bond"},
-    {"team", "Team"},       {"vlan", "Vlan"},
-    {"vxlan", "Vxlan"},     {"tun", "Tun"},
-    {"tap", "Tun"},         {"veth", "Veth"},
-    {"macvlan", "Macvlan"}, {"macvtap", "Macvlan"},
-    {"ipvlan", "Other"},    {"wireguard", "WireGuard"},
-    {"dummy", "Dummy"},     {"ifb", "Ifb"},
-    {"can", "Can"},         {"vcan", "Can"},
-    {"vxcan", "Can"},       {"ipoib", "Infiniband"},
+    {"wlan", "WiFi"},    {"wwan", "Wwan"},        {"bridge", "Bridge"},   {"bond", "Bond"},
+    {"team", "Team"},    {"vlan", "Vlan"},        {"vxlan", "Vxlan"},     {"tun", "Tun"},
+    {"tap", "Tun"},      {"veth", "Veth"},        {"macvlan", "Macvlan"}, {"macvtap", "Macvlan"},
+    {"dsa", "Ethernet"}, {"gadget", "Ethernet"},  {"ipvlan", "Other"},    {"wireguard", "WireGuard"},
+    {"dummy", "Dummy"},  {"ifb", "Ifb"},          {"can", "Can"},         {"vcan", "Can"},
+    {"vxcan", "Can"},    {"ipoib", "Infiniband"},
 };
 constexpr Named kByFile[] = {
     {"wireless", "WiFi"}, {"phy80211", "WiFi"}, {"bridge", "Bridge"},

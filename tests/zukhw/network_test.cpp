@@ -21,6 +21,7 @@ TEST(NetKind, GoesByTheBestClueThatThereIs) {
         {{"wlan", "", "1", {}}, "WiFi"},
         {{"", "", "1", {"phy80211"}}, "WiFi"},
         {{"wwan", "", "65534", {}}, "Wwan"},
+        {{"dsa", "", "1", {"device"}}, "Ethernet"},  // a port of a switch
         {{"", "", "32", {}}, "Infiniband"},
         {{"", "", "772", {}}, "Loopback"},
         {{"bridge", "", "1", {"bridge"}}, "Bridge"},
@@ -54,6 +55,7 @@ TEST(MacAddress, HasSixOrTwentyBytesThatAreNotAllZero) {
     EXPECT_EQ("", cleanMacAddress("00:00:00:00:00:00"));
     EXPECT_EQ("", cleanMacAddress("0a:00:00:01"));  // a tunnel's address is no MAC
     EXPECT_EQ("", cleanMacAddress("zz:fc:00:00:00:01"));
+    EXPECT_EQ("", cleanMacAddress("0:2fc:00:00:00:01"));
     EXPECT_EQ(59U, cleanMacAddress("80:00:00:48:fe:80:00:00:00:00:00:00:f4:52:14:03:00:7b:cb:a1").size());
 }
 
