@@ -4,6 +4,7 @@
 #include <cstdio>
 #include <ctime>
 #include <deque>
+#include <set>
 
 #include "scanners/zukhw/collectors.h"
 #include "scanners/zukhw/group_writer.h"
@@ -19,9 +20,11 @@ constexpr std::string_view kHead = "<?xml version=\"1.0\" encoding=\"UTF-8\"?><I
 constexpr std::string_view kFoot = "</Inventory>";
 
 void tellUnknown(const std::vector<std::string>& configNames) {
+    std::set<std::string> told;
     for (const std::string& name : configNames) {
         const auto matches = [&](const Collector& collector) { return collector.configName == name; };
         if (std::any_of(allCollectors().begin(), allCollectors().end(), matches)) continue;
+        if (!told.insert(name).second) continue;
         std::printf("%s: no such group, skipped\n", name.c_str());
     }
 }

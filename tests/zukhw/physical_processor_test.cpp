@@ -126,6 +126,12 @@ TEST(PhysicalProcessor, BelievesTheTableWhenTheKernelSaysNothing) {
     EXPECT_EQ(expected, collectOne(machine, kGroup));
 }
 
+TEST(PhysicalProcessor, ListsTheVulnerabilitiesThatAreTold) {
+    const std::string directory = "sys/devices/system/cpu/vulnerabilities/";
+    TestMachine machine(kTwoSockets + directory + "meltdown: Not affected\n" + directory + "spectre_v1/\n");
+    EXPECT_EQ("meltdown=Not affected", collectInstances(*machine, kGroup)[0].at("Vulnerabilities"));
+}
+
 TEST(PhysicalProcessor, SumsTheCachesOfASocket) {
     const auto cache = [](unsigned index, const char* cpus) {
         const std::string path = "sys/devices/system/cpu/cpu" + std::to_string(index) + "/cache/index0/";

@@ -47,6 +47,7 @@ TEST_F(Scan, TellsAnUnknownGroupInOneLineAndSkipsIt) {
     const ScannerRun run = scan({"Nonesuch"});
     EXPECT_EQ(0, run.status);
     EXPECT_EQ("Nonesuch: no such group, skipped\n", run.output);
+    EXPECT_EQ(run.output, scan({"Nonesuch", "Nonesuch"}).output);
     EXPECT_EQ(emptyDocument, readFile(output));
 }
 

@@ -165,7 +165,7 @@ std::vector<std::string> vulnerabilities(Machine& machine) {
     const std::string start = kDirectory + '/';
     for (const std::string& name : machine.list(kDirectory)) {
         const std::string status = machine.text(start + name);
-        found.push_back(std::string(name).append("=").append(status));
+        if (!status.empty()) found.push_back(std::string(name).append("=").append(status));
     }
     return found;
 }
