@@ -81,6 +81,13 @@ TEST_F(PackageCheckTest, KnowsWhoOwnsAFile) {
     EXPECT_EQ("/opt/libssl.so.3=none", show(find + "owned=\"no\"/>", "${f.path}=${f.package:-none}"));
 }
 
+TEST_F(PackageCheckTest, WhoOwnsAFileIsOpenWhereTheListIsDamaged) {
+    file("/usr/bin/tool");
+    file("/lib/apk/db/installed", "P:a\nV:1\nF:usr/bin\nR:tool\n\nP:b\nV:2\nF:opt");
+    EXPECT_EQ("yes", truth("<File name=\"tool\" owned=\"yes\"/>"));
+    EXPECT_EQ("unknown", truth("<File path=\"/opt/libssl.so.3\" owned=\"no\"/>"));
+}
+
 TEST_F(PackageCheckTest, DamagedDatabaseLeavesTheRestOpen) {
     file("/var/lib/dpkg/status", std::string(kStatus) + "Package: cut\nStatus: install ok inst");
     EXPECT_EQ("yes", truth("<Package name=\"libssl3\"/>"));

@@ -36,12 +36,12 @@ class Root {
         return readPackageDatabases(fs(), places, {});
     }
 
-    std::map<std::string, std::string> owned() const {
+    std::map<std::string, std::string> owned(bool isWhole = true) const {
         std::map<std::string, std::string> paths;
         const auto take = [&](std::string_view path, std::string_view package) {
             paths.emplace(path, package);
         };
-        EXPECT_TRUE(forEachOwnedPath(fs(), {}, {}, take).empty());
+        EXPECT_EQ(isWhole, forEachOwnedPath(fs(), {}, {}, take).empty());
         return paths;
     }
 
@@ -185,7 +185,7 @@ TEST(PackageDatabases, RpmInSqlite) {
     }
     sqlite3_close(database);
     EXPECT_EQ(described(root.read()), "rpm: bash=5.1-2 (some entries make no sense)\n");
-    EXPECT_EQ(root.owned(), (std::map<std::string, std::string>{{"/bin/bash", "bash"}}));
+    EXPECT_EQ(root.owned(false), (std::map<std::string, std::string>{{"/bin/bash", "bash"}}));
 }
 
 TEST(PackageDatabases, AnEmptyRpmDatabaseIsAProblem) {

@@ -34,5 +34,6 @@ std::string ownApk(const RootedFs& fs, const PackagePlaces& places, const TakeOw
     if (status == ReadStatus::Missing) return "";
     forEachApkPath(text,
                    [&](const std::string& owned, std::string_view package) { take("/" + owned, package); });
+    if (parseApkInstalled(text).broken > 0) return std::string(kBrokenEntries);
     return std::string(problemText(status));
 }

@@ -29,7 +29,7 @@ void addPackages(PackageDatabase& database, PackageList part) {
     if (part.broken == 0) return;
     if (database.list.broken == 0) database.list.firstBroken = part.firstBroken;
     database.list.broken += part.broken;
-    addProblem(database, "some entries make no sense");
+    addProblem(database, kBrokenEntries);
 }
 
 std::vector<std::string> sortedNames(const RootedFs& fs, const std::string& directory, std::string* problem) {

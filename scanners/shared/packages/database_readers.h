@@ -34,6 +34,8 @@ std::optional<PackageDatabase> readSnap(const RootedFs& fs, const PackagePlaces&
 constexpr std::size_t kMaxDatabaseFile = std::size_t{256} << 20U;
 constexpr std::size_t kMaxPackageFile = std::size_t{16} << 20U;
 
+constexpr std::string_view kBrokenEntries = "some entries make no sense";
+
 std::string_view problemText(ReadStatus status);  // empty for Ok
 
 // Adds what is wrong; only the first problem is kept.

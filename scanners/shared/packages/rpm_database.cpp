@@ -54,9 +54,14 @@ std::optional<PackageDatabase> readRpm(const RootedFs& fs, const PackagePlaces& 
 std::string ownRpm(const RootedFs& fs, const PackagePlaces& places, const TakeOwnedPath& take) {
     const std::string path = findDatabase(fs, places);
     if (path.empty()) return "";
-    return readBlobs(fs, path, [&](std::string_view blob) {
+    bool isBroken = false;
+    const std::string problem = readBlobs(fs, path, [&](std::string_view blob) {
         const std::optional<Package> package = parseRpmHeader(blob);
-        if (!package) return;
+        if (!package) {
+            isBroken = true;
+            return;
+        }
         forEachRpmPath(blob, [&](const std::string& owned) { take(owned, package->name); });
     });
+    return problem.empty() && isBroken ? std::string(kBrokenEntries) : problem;
 }
