@@ -112,6 +112,18 @@ std::string zipOfUtf8Name(const std::string& name) {
     return zip;
 }
 
+TEST(Archive, DamageToWhatIsNotWantedIsSeen) {
+    const auto nothing = [](std::string_view) { return false; };
+    const std::string tar = packArchive(tarForm, {{"first", "one"}, {"second", std::string(600, 'x')}});
+    EXPECT_EQ(read(tar, {}, nothing).outcome.state, ArchiveState::kOk);
+    EXPECT_EQ(read(tar.substr(0, 2200), {}, nothing).outcome.state, ArchiveState::kDamaged);
+    std::string wrong = tar;
+    wrong[1024] = 'S';  // the name of the second, of which there is a sum
+    const Content content = read(wrong);
+    EXPECT_EQ(content.outcome.state, ArchiveState::kDamaged);
+    EXPECT_EQ(content.outcome.problem.find("INTERNAL"), std::string::npos) << content.outcome.problem;
+}
+
 TEST(Archive, NamesBeyondAsciiAreRead) {
     const Content zip = read(zipOfUtf8Name("caf\303\251"));
     ASSERT_EQ(zip.members.size(), 1U);

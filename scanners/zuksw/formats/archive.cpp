@@ -86,7 +86,7 @@ class Reading {
             archive_entry* entry = nullptr;
             const int status = archive_read_next_header(handle_.get(), &entry);
             if (status == ARCHIVE_EOF) break;
-            if (status < ARCHIVE_WARN) {
+            if (status != ARCHIVE_OK && status != ARCHIVE_WARN) {
                 fail(isForeign(count) ? ArchiveState::kNotAnArchive : ArchiveState::kDamaged,
                      problemOf(handle_.get()));
             } else if (count == limits_.maxMembers) {
@@ -167,7 +167,8 @@ class Reading {
     void skip() {
         const bool stream = archive_filter_count(handle_.get()) > 1;
         if (!stream) {
-            archive_read_data_skip(handle_.get());
+            const int status = archive_read_data_skip(handle_.get());
+            if (status < ARCHIVE_WARN) fail(ArchiveState::kDamaged, problemOf(handle_.get()));
             return;
         }
         while (outcome_.state == ArchiveState::kOk) {
