@@ -48,6 +48,15 @@ TEST_F(PackageCheckTest, ANameIsNotNeeded) {
     EXPECT_EQ("no", truth("<Package manager=\"rpm\"/>"));
 }
 
+TEST_F(PackageCheckTest, ManagersAddUpWhateverTheirOrder) {
+    file("/opt/site-packages/p.dist-info/METADATA", "Name: p\nVersion: 1\n\n");
+    for (const char* managers : {"pip any", "any pip", "any,dpkg,pip,any"}) {
+        const std::string manager = std::string("<Package manager=\"") + managers + "\" ";
+        EXPECT_EQ("yes", truth(manager + "name=\"p\"/>")) << managers;
+        EXPECT_EQ("yes", truth(manager + "name=\"libssl3\" max=\"2\"/>")) << managers;
+    }
+}
+
 TEST_F(PackageCheckTest, MalformedGlobsAreMistakes) {
     for (const char* attribute : {"name", "source", "arch"}) {
         const std::string condition = "<Package " + std::string(attribute) + "=\"[a\"/>";

@@ -23,6 +23,7 @@ class PackageCheck : public Check {
 
   private:
     void readManagers(ConditionReader& attributes);
+    void addManager(std::string_view manager);
     bool isWantedState(PackageState state) const;
     void tryPackage(const std::shared_ptr<const PackageObject>& package, const std::optional<Glob>& name,
                     const Row& row, const Context& context, Rows* out) const;
@@ -62,15 +63,21 @@ void PackageCheck::readManagers(ConditionReader& attributes) {
         if (word.empty()) continue;
         const auto found = std::find(known.begin(), known.end(), word);
         if (word == "any") {
-            managers_ = Packages::machineManagers();
+            for (const std::string_view manager : Packages::machineManagers()) addManager(manager);
         } else if (found != known.end()) {
-            managers_.push_back(*found);
+            addManager(*found);
         } else {
             attributes.report("'" + std::string(word) +
                               "' is no package manager; write any or some of: dpkg, opkg, "
                               "rpm, apk, pacman, flatpak, snap, pip, npm, gem, jar");
         }
     }
+}
+
+// One that is named twice has its packages once.
+void PackageCheck::addManager(std::string_view manager) {
+    if (std::find(managers_.begin(), managers_.end(), manager) == managers_.end())
+        managers_.push_back(manager);
 }
 
 void PackageCheck::demand(std::vector<FileQuery>* queries) const {
