@@ -95,6 +95,15 @@ TEST_F(FileCheckTest, ReportsHardLinksOnceByTheSmallestPath) {
     EXPECT_EQ("/b", find("name=\"b\""));
 }
 
+TEST_F(FileCheckTest, AHardLinkThatMayBeReadDecidesForOneThatMayNot) {
+    file("/a/f", "\177ELF");
+    directory("/b");
+    std::filesystem::create_hard_link(treePath("/a/f"), treePath("/b/f"));
+    const std::string condition = "<File name=\"f\" format=\"elf\"/>";
+    EXPECT_EQ("yes", truth(condition, {{"content/Deny", "/a/f"}}));
+    EXPECT_EQ("unknown", truth(condition, {{"content/Deny", "**/f"}}));
+}
+
 TEST_F(FileCheckTest, SurvivesLoopsOfLinks) {
     file("/d/x", "1");
     link("..", "/d/parent");

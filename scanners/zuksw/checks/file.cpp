@@ -210,13 +210,13 @@ void File::tryFile(const Row& row, const std::shared_ptr<const DiskFile>& file, 
     if (as_ && !found.bind(*as_, std::static_pointer_cast<const Object>(file))) return;
     const Answer answer = restrictions_.accept(*file, found, context);
     if (answer.isNo()) return;
-    seen->insert(identity);
     if (answer.causes != 0) {
-        // The file is known, only whether it is one that is wanted is not.
+        // The file is known, only whether it is one that is wanted is not; another path may tell.
         found.undecide(answer.causes);
         out->push_back(std::move(found));
         return;
     }
+    seen->insert(identity);
     holds(std::move(found),
           {{"kind", "file"}, {"path", file->path()}, {"size", std::to_string(file->size())}}, out);
 }
