@@ -130,7 +130,8 @@ void askDeviceTree(Machine& machine, std::vector<Finding>* findings) {
     if (!name.empty()) findings->push_back({"/proc/device-tree/hypervisor", name});
     const std::vector<std::string> nodes = machine.list(root);
     const auto isConfig = [](const std::string& node) { return startsWith(node, "fw-cfg"); };
-    const bool isEmulated = deviceTreeText(machine, "model").find("emulated by qemu") != std::string::npos;
+    const bool isEmulated = deviceTreeText(machine, "model").find("emulated by qemu") != std::string::npos ||
+                            deviceTreeLists(machine, "compatible", "qemu,pseries");
     if (isEmulated || std::any_of(nodes.begin(), nodes.end(), isConfig)) {
         findings->push_back({"/proc/device-tree", "QEMU"});
     } else if (deviceTreeLists(machine, "compatible", "linux,dummy-virt")) {

@@ -77,6 +77,8 @@ TEST(Hypervisor, IsFoundByWhatItTellsItsGuests) {
         {"a virtual board", "proc/device-tree/compatible = " + hexOf("linux,dummy-virt\0"s) + "\n", "", ""},
         {"a real board", "proc/device-tree/compatible = " + hexOf("maker,board\0"s) + "\n", "", "-"},
         {"a partition on POWER", "proc/ppc64/lparcfg: system_type=IBM,9009-22A\n", "", "PowerVM"},
+        {"QEMU on POWER, by its tree", "proc/device-tree/compatible = " + hexOf("qemu,pseries\0"s) + "\n", "",
+         "QEMU"},
         {"QEMU on POWER, by its processors",
          "proc/cpuinfo:\n\tprocessor : 0\n\tcpu : POWER8\n\t\n\tmodel : IBM pSeries (emulated by qemu)\n", "",
          "QEMU"},
