@@ -5,8 +5,7 @@ namespace zuksw {
 void StringTable::add(std::string_view key, std::uint32_t number) {
     ByteHash hash;
     for (const char c : key) hash.add(c);
-    entries_.push_back({hash.value(), static_cast<std::uint32_t>(pool_.size()),
-                        static_cast<std::uint32_t>(key.size()), number});
+    entries_.push_back({hash.value(), pool_.size(), static_cast<std::uint32_t>(key.size()), number});
     pool_ += key;
 }
 

@@ -42,7 +42,7 @@ class StringTable {
     static constexpr std::uint32_t kNone = UINT32_MAX;
     struct Entry {
         std::uint64_t hash;
-        std::uint32_t offset;
+        std::size_t offset;
         std::uint32_t length;
         std::uint32_t number;
     };

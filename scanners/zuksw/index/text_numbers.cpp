@@ -41,7 +41,7 @@ std::uint32_t TextNumbers::add(std::string_view text) {
     Slot& slot = table_[slotOf(text, hash)];
     if (slot.number != kNone) return slot.number;
     slot = {hash, static_cast<std::uint32_t>(entries_.size())};
-    entries_.push_back({static_cast<std::uint32_t>(pool_.size()), static_cast<std::uint32_t>(text.size())});
+    entries_.push_back({pool_.size(), text.size()});
     pool_ += text;
     return slot.number;
 }

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
 #include <optional>
 #include <string>
@@ -21,8 +22,8 @@ class TextNumbers {
   private:
     static constexpr std::uint32_t kNone = UINT32_MAX;
     struct Entry {
-        std::uint32_t offset;
-        std::uint32_t length;
+        std::size_t offset;
+        std::size_t length;
     };
     // A part of the hash stands beside the number, so that a text is looked at only when it is the one.
     struct Slot {
