@@ -78,7 +78,7 @@ TEST(USBDevice, NamesTheInterfacesClassWhereTheDeviceHasNone) {
     TestMachine machine(kTree + ids);
     const std::vector<Fields> devices = collectInstances(*machine, "USBDevice");
     EXPECT_EQ("Hub", devices[1].at("ClassName"));
-    EXPECT_EQ("Audio", devices[2].at("ClassName"));
+    EXPECT_EQ("Human Interface Device", devices[2].at("ClassName"));
 }
 
 TEST(USBDevice, PrefersTheNamesThatTheDeviceGivesItself) {

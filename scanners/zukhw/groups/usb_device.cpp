@@ -61,14 +61,15 @@ void writeNames(Machine& machine, const UsbDevice& device, GroupWriter& out) {
 }
 
 void writeClasses(Machine& machine, const UsbDevice& device, GroupWriter& out) {
-    const std::vector<std::string> classes = interfaceClasses(device);
     out.text("DeviceClass", device.deviceClass);
     out.text("Subclass", hex(machine.hexNumber(device.path + "/bDeviceSubClass"), 2));
     out.text("Protocol", hex(machine.hexNumber(device.path + "/bDeviceProtocol"), 2));
     std::string told = device.deviceClass;
-    if (leavesItToInterfaces(told) && !classes.empty()) told = classes.front();
+    // A camera has its microphone behind itself: the first interface is what the device is for.
+    if (leavesItToInterfaces(told) && !device.interfaces.empty())
+        told = device.interfaces.front().interfaceClass();
     if (told != "00") out.text("ClassName", machine.shared<DeviceNames>().usbClass(told));
-    out.list("InterfaceClasses", classes);
+    out.list("InterfaceClasses", interfaceClasses(device));
 }
 
 void writeTraits(Machine& machine, const UsbDevice& device, GroupWriter& out) {
