@@ -1,5 +1,6 @@
-#include <set>
+#include <algorithm>
 #include <string>
+#include <string_view>
 #include <utility>
 
 #include "scanners/shared/packages/dpkg.h"
@@ -12,6 +13,7 @@
 namespace {
 
 constexpr char kDirectory[] = "var/lib/dpkg/";
+constexpr std::uint64_t kUsualParagraph = 800;  // bytes of the status file
 
 // offset: of the part of the file that gave the list.
 void takeInstalled(Machine& machine, const std::string& path, std::size_t offset, PackageList list,
@@ -26,6 +28,7 @@ void readStatusFile(Machine& machine, std::vector<Package>* packages) {
     const std::string path = std::string(kDirectory) + "status";
     const FileAccess file(machine.open(path));
     if (file.size() > Machine::kTable) return;
+    packages->reserve(static_cast<std::size_t>(file.size() / kUsualParagraph));
     for (TextPieces paragraphs(file, "\n\n"); paragraphs.next();) {
         machine.deadline().check();
         takeInstalled(machine, path, paragraphs.offset(), parseDpkgStatus(paragraphs.text()), packages);
@@ -45,26 +48,43 @@ void readStatusDirectory(Machine& machine, std::vector<Package>* packages) {
 }
 
 // The list of a package's files is written when it is installed.
-std::optional<std::int64_t> timeOfList(Machine& machine, const std::string& name) {
-    const auto facts = machine.facts(std::string(kDirectory).append("info/").append(name).append(".list"));
-    return facts ? std::optional(facts->modified) : std::nullopt;
-}
+class FileLists {
+  public:
+    explicit FileLists(Machine& machine) : machine_(machine), path_(std::string(kDirectory) + "info") {
+        machine.files().stayIn(path_);
+        path_ += '/';
+    }
 
-// It is named with the architecture where packages of several can be installed side by side.
-std::optional<std::int64_t> installTime(Machine& machine, const Package& package) {
-    const std::string qualified = package.name + ':' + package.architecture;
-    const bool sideBySide = package.multiArch == "same";
-    const auto time = timeOfList(machine, sideBySide ? qualified : package.name);
-    return time ? time : timeOfList(machine, sideBySide ? package.name : qualified);
-}
+    // It is named with the architecture where packages of several can be installed side by side.
+    std::optional<std::int64_t> timeOf(const Package& package) {
+        const bool sideBySide = package.multiArch == "same";
+        const auto time = timeOf(package, sideBySide);
+        return time ? time : timeOf(package, !sideBySide);
+    }
+
+  private:
+    std::optional<std::int64_t> timeOf(const Package& package, bool withArchitecture) {
+        const std::size_t directory = path_.size();
+        path_ += package.name;
+        if (withArchitecture) path_.append(":").append(package.architecture);
+        const auto facts = machine_.facts(path_.append(".list"));
+        path_.resize(directory);
+        return facts ? std::optional(facts->modified) : std::nullopt;
+    }
+
+    Machine& machine_;
+    std::string path_;  // kept for its memory
+};
 
 void markAutomatic(Machine& machine, std::vector<Package>* packages) {
-    const auto states =
-        parseAptAutomatic(machine.read("var/lib/apt/extended_states", Machine::kTable).value_or(""));
+    const auto text = machine.read("var/lib/apt/extended_states", Machine::kTable);
+    const auto states = parseAptAutomatic(text ? *text : std::string_view());
     for (Package& package : *packages) {
         // Of packages for all architectures apt writes the machine's own.
         const bool any = package.architecture == "all";
-        const auto found = states.lower_bound({package.name, any ? "" : package.architecture});
+        const std::string_view architecture = any ? std::string_view() : package.architecture;
+        const std::pair<std::string_view, std::string_view> state(package.name, architecture);
+        const auto found = std::lower_bound(states.begin(), states.end(), state);
         package.automatic = found != states.end() && found->first == package.name &&
                             (any || found->second == package.architecture);
     }
@@ -77,8 +97,8 @@ std::vector<Package> readDpkgPackages(Machine& machine) {
     readStatusFile(machine, &packages);
     readStatusDirectory(machine, &packages);
     if (packages.empty()) return packages;
-    machine.files().stayIn(std::string(kDirectory) + "info");
-    for (Package& package : packages) package.installTime = installTime(machine, package);
+    FileLists lists(machine);
+    for (Package& package : packages) package.installTime = lists.timeOf(package);
     markAutomatic(machine, &packages);
     return packages;
 }

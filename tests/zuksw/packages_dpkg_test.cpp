@@ -141,12 +141,13 @@ TEST(DpkgControl, WhatIsListedWithoutStatusIsInstalled) {
     EXPECT_EQ(list.packages[0].state, PackageState::Installed);
 }
 
-TEST(AptAutomatic, OnlyThoseThatSayOne) {
+TEST(AptAutomatic, OnlyThoseThatSayOneInOrder) {
     const auto automatic = parseAptAutomatic(
-        "Package: a\nArchitecture: amd64\nAuto-Installed: 1\n\nPackage: b\nArchitecture: "
+        "Package: c\nArchitecture: i386\nAuto-Installed: 1\n\nPackage: b\nArchitecture: "
         "amd64\nAuto-Installed: 0\n"
-        "\nPackage: c\nArchitecture: i386\nAuto-Installed: 1\n");
-    const std::set<std::pair<std::string, std::string>> expected = {{"a", "amd64"}, {"c", "i386"}};
+        "\nPackage: a\nArchitecture: amd64\nAuto-Installed: 1\n");
+    const std::vector<std::pair<std::string_view, std::string_view>> expected = {{"a", "amd64"},
+                                                                                 {"c", "i386"}};
     EXPECT_EQ(automatic, expected);
 }
 

@@ -20,8 +20,11 @@ std::string_view withoutLeadingBlanks(std::string_view text) {
     return text;
 }
 
-bool isFieldName(std::string_view name) {
-    return !name.empty() && std::none_of(name.begin(), name.end(), isBlank);
+// The length of the field's name at the start of a line; 0 when there is no field.
+std::size_t fieldNameLength(std::string_view line) {
+    const auto ends = [](char c) { return c == ':' || isBlank(c); };
+    const auto* const end = std::find_if(line.begin(), line.end(), ends);
+    return end != line.end() && *end == ':' ? static_cast<std::size_t>(end - line.begin()) : 0;
 }
 
 }  // namespace
@@ -34,10 +37,9 @@ Deb822Reader::Item Deb822Reader::next() {
         if (blank && !inParagraph_) continue;
         inParagraph_ = !blank;
         if (blank) return Item::EndOfParagraph;
-        const auto colon = line.find(':');
-        name_ = line.substr(0, colon);
-        if (colon == std::string_view::npos || !isFieldName(name_)) return Item::BadLine;
-        value_ = withoutLeadingBlanks(line.substr(colon + 1));
+        name_ = line.substr(0, fieldNameLength(line));
+        if (name_.empty()) return Item::BadLine;
+        value_ = withoutLeadingBlanks(line.substr(name_.size() + 1));
         continuation_ = takeContinuation();
         return Item::Field;
     }

@@ -1,5 +1,7 @@
 #include "scanners/shared/packages/dpkg.h"
 
+#include <algorithm>
+
 #include "scanners/shared/packages/deb822.h"
 #include "scanners/shared/packages/status_file.h"
 
@@ -38,16 +40,17 @@ PackageList parseDpkgControl(std::string_view text) {
     return withSources(parseStatusFile(text, kControl));
 }
 
-std::set<std::pair<std::string, std::string>> parseAptAutomatic(std::string_view text) {
+std::vector<std::pair<std::string_view, std::string_view>> parseAptAutomatic(std::string_view text) {
     using Item = Deb822Reader::Item;
-    std::set<std::pair<std::string, std::string>> automatic;
+    std::vector<std::pair<std::string_view, std::string_view>> automatic;
     Deb822Reader reader(text);
     AptState state;
     for (Item item = reader.next(); item != Item::End; item = reader.next()) {
         if (item == Item::Field) setField(state, reader.name(), reader.value());
         if (item != Item::EndOfParagraph) continue;
-        if (state.automatic) automatic.emplace(state.name, state.architecture);
+        if (state.automatic) automatic.emplace_back(state.name, state.architecture);
         state = AptState();
     }
+    std::sort(automatic.begin(), automatic.end());
     return automatic;
 }

@@ -1,9 +1,8 @@
 #pragma once
 
-#include <set>
-#include <string>
 #include <string_view>
 #include <utility>
+#include <vector>
 
 #include "scanners/shared/packages/package.h"
 
@@ -16,5 +15,6 @@ PackageList parseDpkgStatus(std::string_view text);
 // so there is no Status field and what is listed is installed.
 PackageList parseDpkgControl(std::string_view text);
 
-// Name and architecture of the packages that apt's extended_states calls automatically installed.
-std::set<std::pair<std::string, std::string>> parseAptAutomatic(std::string_view text);
+// Name and architecture of the packages that apt's extended_states calls automatically installed, in order.
+// They point into the text.
+std::vector<std::pair<std::string_view, std::string_view>> parseAptAutomatic(std::string_view text);

@@ -1,4 +1,4 @@
-#include <set>
+#include <algorithm>
 #include <string>
 
 #include "scanners/shared/packages/database_readers.h"
@@ -36,7 +36,8 @@ void markAutomatic(const RootedFs& fs, std::vector<Package>& packages) {
     const auto automatic = parseAptAutomatic(text);
     if (automatic.empty()) return;
     for (Package& package : packages) {
-        package.automatic = automatic.count({package.name, package.architecture}) != 0;
+        const std::pair<std::string_view, std::string_view> state(package.name, package.architecture);
+        package.automatic = std::binary_search(automatic.begin(), automatic.end(), state);
     }
 }
 

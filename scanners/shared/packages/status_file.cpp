@@ -1,16 +1,16 @@
 #include "scanners/shared/packages/status_file.h"
 
-#include <utility>
-
 #include "scanners/shared/packages/deb822.h"
 #include "scanners/shared/packages/text.h"
 
 namespace {
 
+constexpr std::size_t kUsualParagraph = 800;  // bytes
+
 // One paragraph while it is read.
 struct Paragraph {
-    Package package;
-    std::uint64_t sizeUnit = 0;
+    Package& package;
+    std::uint64_t sizeUnit;
     bool statusSeen = false;
     bool good = true;
 };
@@ -58,7 +58,7 @@ const FieldRow kFields[] = {
 
 void setField(Paragraph& paragraph, std::string_view name, std::string_view value) {
     for (const FieldRow& row : kFields) {
-        if (row.name == name) return row.set(paragraph, value);
+        if (row.name.front() == name.front() && row.name == name) return row.set(paragraph, value);
     }
 }
 
@@ -69,35 +69,33 @@ bool isComplete(const Paragraph& paragraph, const StatusDialect& dialect) {
     return !package.version.empty() || !filesArePresent(package.state);
 }
 
+// Goes to the paragraph's end; false at the end of the text.
+bool readParagraph(Deb822Reader& reader, Paragraph& paragraph) {
+    using Item = Deb822Reader::Item;
+    for (Item item = reader.next(); item != Item::EndOfParagraph; item = reader.next()) {
+        if (item == Item::End) return false;
+        if (item == Item::BadLine) paragraph.good = false;
+        if (item == Item::Field) setField(paragraph, reader.name(), reader.value());
+    }
+    return true;
+}
+
 }  // namespace
 
 PackageList parseStatusFile(std::string_view text, const StatusDialect& dialect) {
-    using Item = Deb822Reader::Item;
     PackageList list;
+    list.packages.reserve(text.size() / kUsualParagraph);
     Deb822Reader reader(text);
     const bool cut = dialect.finalNewlineNeeded && !text.empty() && text.back() != '\n';
-    Paragraph paragraph;
-    std::size_t begin = 0;
-    for (Item item = reader.next(); item != Item::End; item = reader.next()) {
-        if (item == Item::Field) {
-            paragraph.sizeUnit = dialect.sizeUnit;
-            setField(paragraph, reader.name(), reader.value());
-            continue;
-        }
-        if (item == Item::BadLine) {
-            paragraph.good = false;
-            continue;
-        }
+    for (std::size_t begin = 0;; begin = reader.offset()) {
+        Package& package = list.packages.emplace_back();  // read where it stays
+        package.manager = dialect.manager;
+        Paragraph paragraph{package, dialect.sizeUnit};
+        const bool found = readParagraph(reader, paragraph);
         const bool last = reader.offset() == text.size();
-        if (!isComplete(paragraph, dialect) || (cut && last)) {
-            list.skipBroken(begin);
-        } else {
-            paragraph.package.manager = dialect.manager;
-            list.packages.push_back(std::move(paragraph.package));
-        }
-        paragraph = Paragraph();
-        begin = reader.offset();
+        const bool good = found && isComplete(paragraph, dialect) && !(cut && last);
+        if (!good) list.packages.pop_back();
+        if (!found) return list;
+        if (!good) list.skipBroken(begin);
     }
-    if (!paragraph.good) list.skipBroken(begin);
-    return list;
 }
