@@ -1,5 +1,7 @@
 #include "scanners/zukhw/group_writer.h"
 
+#include <algorithm>
+
 #include "scanners/shared/xml_text.h"
 #include "scanners/zukhw/placeholders.h"
 #include "scanners/zukhw/text.h"
@@ -8,10 +10,24 @@ namespace {
 
 constexpr std::size_t kBlock = 32 * 1024;
 
-void appendTag(std::string* out, std::string_view opening, std::string_view name) {
-    for (const char c : opening) *out += c;
-    *out += name;
-    *out += '>';
+std::size_t sizeOfElement(std::string_view name, std::string_view content) {
+    return content.size() + 2 * name.size() + std::string_view("<></>").size();
+}
+
+// All that is written goes through here: room is made once for all parts of an element.
+void appendElement(std::string* out, std::string_view name, std::string_view content) {
+    const std::size_t begin = out->size();
+    out->resize(begin + sizeOfElement(name, content));
+    char* to = out->data() + begin;
+    const auto add = [&to](std::string_view part) { to += part.copy(to, part.size()); };
+    *to++ = '<';
+    add(name);
+    *to++ = '>';
+    add(content);
+    *to++ = '<';
+    *to++ = '/';
+    add(name);
+    *to = '>';
 }
 
 }  // namespace
@@ -22,18 +38,25 @@ void GroupWriter::beginInstance() {
 }
 
 void GroupWriter::text(const char* field, std::string_view value) {
-    if (!isClean(value)) {
-        const std::string clean = cleanText(value);
-        if (!clean.empty()) cleaned(field, clean);
-        return;
+    switch (kindOfText(value)) {
+        case TextKind::Plain:
+            return raw(field, value);
+        case TextKind::Clean:
+            return escaped(field, value);
+        case TextKind::Unclean:
+            const std::string clean = cleanText(value);
+            if (!clean.empty()) escaped(field, clean);
     }
-    cleaned(field, value);
 }
 
-void GroupWriter::cleaned(const char* field, std::string_view text) {
-    open(field);
-    appendXmlText(&instance_, text);
-    close(field);
+void GroupWriter::escaped(const char* field, std::string_view text) {
+    escaped_.clear();
+    appendXmlText(&escaped_, text);
+    raw(field, escaped_);
+}
+
+void GroupWriter::raw(const char* field, std::string_view xmlSafe) {
+    appendElement(&instance_, field, xmlSafe);
 }
 
 void GroupWriter::hardware(const char* field, std::string_view value) {
@@ -54,28 +77,12 @@ void GroupWriter::list(const char* field, const std::vector<std::string>& items)
 
 void GroupWriter::finish() {
     if (instance_.empty()) return;
-    const std::size_t size = instance_.size() + 2 * group_.size() + 5;
+    const std::size_t size = sizeOfElement(group_, instance_);
     if (blocks_.empty() || blocks_.back().size() + size > kBlock) {
         blocks_.emplace_back();
         if (instances_ != 0) blocks_.back().reserve(kBlock);  // many a group has one small instance
     }
-    appendTag(&blocks_.back(), "<", group_);
-    blocks_.back() += instance_;
-    appendTag(&blocks_.back(), "</", group_);
+    appendElement(&blocks_.back(), group_, instance_);
     ++instances_;
     instance_.clear();
-}
-
-void GroupWriter::raw(const char* field, std::string_view xmlSafe) {
-    open(field);
-    instance_ += xmlSafe;
-    close(field);
-}
-
-void GroupWriter::open(const char* field) {
-    appendTag(&instance_, "<", field);
-}
-
-void GroupWriter::close(const char* field) {
-    appendTag(&instance_, "</", field);
 }

@@ -50,14 +50,13 @@ class GroupWriter {
     const std::vector<std::string>& blocks() const { return blocks_; }
 
   private:
-    void cleaned(const char* field, std::string_view text);
+    void escaped(const char* field, std::string_view text);
     void raw(const char* field, std::string_view xmlSafe);
-    void open(const char* field);
-    void close(const char* field);
 
     std::string_view group_;
     const Deadline& deadline_;
     std::string instance_;  // the fields of the instance that is being written
+    std::string escaped_;   // the text of one, kept for its memory
     std::size_t instances_ = 0;
     std::vector<std::string> blocks_;
 };

@@ -23,11 +23,13 @@ int compareNumbers(std::string_view a, std::string_view b) {
     return a.compare(b);
 }
 
-// Names that are compared begin alike, most of them.
-std::size_t commonLetters(std::string_view a, std::string_view b) {
+// How much of both is alike and can be passed over: most names that are compared begin alike. A number that
+// ends there may go on in one of them and belongs to the rest.
+std::size_t commonStart(std::string_view a, std::string_view b) {
     const std::size_t shorter = std::min(a.size(), b.size());
     std::size_t length = 0;
-    while (length < shorter && a[length] == b[length] && !isDigit(a[length])) ++length;
+    while (length < shorter && a[length] == b[length]) ++length;
+    while (length > 0 && isDigit(a[length - 1])) --length;
     return length;
 }
 
@@ -38,21 +40,24 @@ int compareNaturally(std::string_view a, std::string_view b) {
             if (order != 0) return order;
             continue;
         }
-        const std::size_t common = commonLetters(a, b);
-        if (common == 0) {
+        if (a.front() != b.front())
             return static_cast<unsigned char>(a.front()) < static_cast<unsigned char>(b.front()) ? -1 : 1;
-        }
-        a.remove_prefix(common);
-        b.remove_prefix(common);
+        a.remove_prefix(1);
+        b.remove_prefix(1);
     }
     return static_cast<int>(b.empty()) - static_cast<int>(a.empty());
 }
 
 }  // namespace
 
+int naturalOrder(std::string_view a, std::string_view b) {
+    const std::size_t common = commonStart(a, b);
+    const int order = compareNaturally(a.substr(common), b.substr(common));
+    return order != 0 ? order : a.compare(b);
+}
+
 bool naturalLess(std::string_view a, std::string_view b) {
-    const int order = compareNaturally(a, b);
-    return order != 0 ? order < 0 : a < b;
+    return naturalOrder(a, b) < 0;
 }
 
 void naturalSort(std::vector<std::string>* names) {

@@ -14,8 +14,10 @@ bool isBlank(char c) {
     return c == ' ' || ('\t' <= c && c <= '\r');
 }
 
-std::string twoDigits(std::int64_t number) {
-    return {static_cast<char>('0' + number / 10), static_cast<char>('0' + number % 10)};
+// Writes two digits into `text` from `at` on.
+void putTwoDigits(std::int64_t number, std::size_t at, std::string* text) {
+    (*text)[at] = static_cast<char>('0' + number / 10);
+    (*text)[at + 1] = static_cast<char>('0' + number % 10);
 }
 
 bool isBetweenYears1And9999(std::int64_t seconds) {
@@ -37,19 +39,42 @@ std::string collapseBlanks(std::string_view text) {
     return out;
 }
 
+// The signs of every byte's kind, in a table because nearly all that is reported is looked at.
+class ByteKinds {
+  public:
+    enum Sign : unsigned char { kBlank = 1, kEscaped = 2, kStrange = 4 };
+
+    constexpr ByteKinds() {
+        for (int c = 0; c < 256; ++c) signs_[c] = c < ' ' || c > '~' ? kStrange : 0;
+        for (const unsigned char c : {'&', '<', '>', '"'}) signs_[c] = kEscaped;
+        signs_[static_cast<unsigned char>(' ')] = kBlank;
+    }
+    constexpr unsigned operator[](char c) const { return signs_[static_cast<unsigned char>(c)]; }
+
+  private:
+    unsigned char signs_[256] = {};
+};
+
 }  // namespace
 
-bool isClean(std::string_view bytes) {
-    bool afterBlank = true;  // so a blank at the start is unclean
+TextKind kindOfText(std::string_view bytes) {
+    static constexpr ByteKinds kKinds;
+    unsigned before = ByteKinds::kBlank;  // so a blank at the start is one too many
+    unsigned seen = 0;
+    unsigned twice = 0;
     for (const char c : bytes) {
-        if (c < ' ' || c > '~' || (c == ' ' && afterBlank)) return false;
-        afterBlank = c == ' ';
+        const unsigned signs = kKinds[c];
+        seen |= signs;
+        twice |= signs & before;
+        before = signs;
     }
-    return !afterBlank;
+    if (((seen & ByteKinds::kStrange) | ((twice | before) & ByteKinds::kBlank)) != 0)
+        return TextKind::Unclean;
+    return (seen & ByteKinds::kEscaped) != 0 ? TextKind::Clean : TextKind::Plain;
 }
 
 std::string cleanText(std::string_view bytes) {
-    if (isClean(bytes)) return std::string(bytes);
+    if (kindOfText(bytes) != TextKind::Unclean) return std::string(bytes);
     std::string blanked(bytes);  // vertical tabs and form feeds are blanks, and no XML characters
     std::replace_if(blanked.begin(), blanked.end(), isBlank, ' ');
     return collapseBlanks(toXmlCharacters(blanked));
@@ -104,15 +129,22 @@ std::string utcDate(std::int64_t seconds) {
     if (!isBetweenYears1And9999(seconds)) return "";
     const std::int64_t second = seconds % kSecondsOfDay;
     const Date date = dateOfDay(seconds / kSecondsOfDay - (second < 0 ? 1 : 0));
-    return twoDigits(date.year / 100) + twoDigits(date.year % 100) + '-' + twoDigits(date.month) + '-' +
-           twoDigits(date.day);
+    std::string text = "yyyy-mm-dd";
+    putTwoDigits(date.year / 100, 0, &text);
+    putTwoDigits(date.year % 100, 2, &text);
+    putTwoDigits(date.month, 5, &text);
+    putTwoDigits(date.day, 8, &text);
+    return text;
 }
 
 std::string utcTime(std::int64_t seconds) {
     if (!isBetweenYears1And9999(seconds)) return "";
     const std::int64_t second = (seconds % kSecondsOfDay + kSecondsOfDay) % kSecondsOfDay;
-    return utcDate(seconds) + 'T' + twoDigits(second / 3600) + ':' + twoDigits(second / 60 % 60) + ':' +
-           twoDigits(second % 60) + 'Z';
+    std::string time = "Thh:mm:ssZ";
+    putTwoDigits(second / 3600, 1, &time);
+    putTwoDigits(second / 60 % 60, 4, &time);
+    putTwoDigits(second % 60, 7, &time);
+    return utcDate(seconds) + time;
 }
 
 std::string join(const std::vector<std::string>& items, std::string_view separator) {

@@ -11,8 +11,13 @@
 // space for each inner run of blanks.
 std::string cleanText(std::string_view bytes);
 
-// True for plain ASCII that cleanText would leave as it is, as most text is; false for empty text.
-bool isClean(std::string_view bytes);
+// What is to be done to text before it can stand in XML.
+enum class TextKind {
+    Plain,    // nothing, as to most text
+    Clean,    // characters that mean something to XML are to be escaped
+    Unclean,  // perhaps cleanText changes it: it has blanks at an end, is not all ASCII, or is empty
+};
+TextKind kindOfText(std::string_view bytes);
 
 // The parts of `text` between separators, empty ones included.
 std::vector<std::string_view> split(std::string_view text, char separator);

@@ -23,8 +23,8 @@ constexpr Read kManagers[] = {readApkPackages, readDpkgPackages, readFlatpakPack
                               readRpmPackages, readSnapPackages, readXbpsPackages};
 
 bool comesBefore(const Package& a, const Package& b) {
-    if (a.name != b.name) return naturalLess(a.name, b.name);
-    if (a.architecture != b.architecture) return naturalLess(a.architecture, b.architecture);
+    if (const int order = naturalOrder(a.name, b.name); order != 0) return order < 0;
+    if (const int order = naturalOrder(a.architecture, b.architecture); order != 0) return order < 0;
     return naturalLess(a.version, b.version);
 }
 
@@ -73,8 +73,9 @@ std::vector<const Package*> sorted(const std::vector<Package>& packages) {
     std::vector<const Package*> order;
     order.reserve(packages.size());
     for (const Package& package : packages) order.push_back(&package);
-    std::sort(order.begin(), order.end(),
-              [](const Package* a, const Package* b) { return comesBefore(*a, *b); });
+    // Databases are nearly in order already, which a merge makes use of.
+    std::stable_sort(order.begin(), order.end(),
+                     [](const Package* a, const Package* b) { return comesBefore(*a, *b); });
     return order;
 }
 
