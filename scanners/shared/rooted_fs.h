@@ -50,8 +50,10 @@ class RootedFs {
     // The first `size` bytes of a file, or all of a shorter one.
     ReadStatus readHead(std::string_view path, std::string* data, std::size_t size) const;
 
-    // The entries of a directory except "." and "..", in no order.
-    ReadStatus list(std::string_view path, std::vector<std::string>* names) const;
+    // The entries of a directory except "." and "..", in no order; in *links those that are symbolic links,
+    // or may be.
+    ReadStatus list(std::string_view path, std::vector<std::string>* names,
+                    std::vector<std::string>* links = nullptr) const;
 
     // The text of a symbolic link, as it stands.
     ReadStatus readLink(std::string_view path, std::string* target) const;
@@ -82,6 +84,7 @@ class RootedFs {
         const char* path;
     };
     Place placeOf(const std::string& path) const;
+    FileDescriptor openNear(const std::string& path) const;
     int openInside(const std::string& path, int flags) const;
     int openResolved(const std::string& path, int flags) const;
 
@@ -89,6 +92,7 @@ class RootedFs {
     bool live_;
     mutable std::string near_;  // the directory that we stay in, with a slash at its end
     mutable FileDescriptor nearDirectory_;
+    mutable std::optional<bool> nearIsRoots_;  // nobody but root can put anything into it; asked when needed
     // Places of the running machine known to be no links: nearly all paths share their first parts. Nothing
     // has to be kept inside there; below another root a place could become a link that leads out.
     mutable std::set<std::string> plainPlaces_;

@@ -105,6 +105,7 @@ CpuTopology::CpuTopology(Machine& machine) {
 void CpuTopology::readCpu(Machine& machine, LogicalCpu* cpu) {
     const std::string path = pathOf(cpu->index);
     const std::string topology = path + "topology/";
+    machine.files().stayIn(path);
     cpu->online = machine.text(path + "online") != "0";  // CPUs that cannot be taken offline lack the file
     // The kernel writes -1 for what the platform does not tell. It removes all of this from a CPU that goes
     // offline.

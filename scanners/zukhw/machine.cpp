@@ -57,10 +57,10 @@ std::optional<std::uint64_t> Machine::hexNumber(std::string_view path) {
     return parseHex(text(path));
 }
 
-std::vector<std::string> Machine::list(std::string_view path) {
+std::vector<std::string> Machine::list(std::string_view path, std::vector<std::string>* links) {
     deadline_.check();
     std::vector<std::string> names;
-    count(files_.list(path, &names), path);
+    count(files_.list(path, &names, links), path);
     naturalSort(&names);
     return names;
 }

@@ -57,7 +57,10 @@ bool isAlias(const std::string& name, const Found& found) {
 
 void readDirectory(Machine& machine, const std::string& directory, bool enabling, Units* units) {
     const std::string start = directory + '/';
-    for (const std::string& name : machine.list(directory)) {
+    std::vector<std::string> links;
+    const std::vector<std::string> names = machine.list(directory, &links);
+    std::sort(links.begin(), links.end());
+    for (const std::string& name : names) {
         const std::string path = start + name;
         if (enabling && (endsWith(name, ".wants") || endsWith(name, ".requires"))) {
             for (const std::string& wanted : machine.list(path)) {
@@ -66,7 +69,8 @@ void readDirectory(Machine& machine, const std::string& directory, bool enabling
         }
         if (name == "service.d" || endsWith(name, ".service.d")) units->dropIns[name].push_back(path);
         if (!isService(name)) continue;
-        const Found found{path, machine.link(path)};
+        const bool mayBeLink = std::binary_search(links.begin(), links.end(), name);
+        const Found found{path, mayBeLink ? machine.link(path) : ""};
         // A second name that was given to a unit enables it.
         if (enabling && isAlias(name, found)) units->enabled.emplace(baseName(found.linkTarget));
         units->byName.emplace(name, found);
@@ -117,6 +121,7 @@ ServiceUnit readUnit(Machine& machine, const std::string& name, const Found& fou
         unit.mode = StartMode::Alias;
         return unit;
     }
+    machine.files().stayIn(parentPath(found.path));
     const auto text = machine.read(found.path);
     if (text && text->empty()) return unit;  // an empty file masks like the link
     addUnitFile(text.value_or(""), &unit.facts);
@@ -167,7 +172,10 @@ void addUnitFile(std::string_view text, UnitFacts* facts) {
 
 std::vector<ServiceUnit> readServiceUnits(Machine& machine) {
     Units units;
+    std::set<std::string> read;  // /lib is a link to /usr/lib on most machines
     for (std::size_t i = 0; i < std::size(kDirectories); ++i) {
+        const std::string place = machine.resolve(kDirectories[i]);
+        if (!place.empty() && !read.insert(place).second) continue;
         readDirectory(machine, kDirectories[i], i < kEnabling, &units);
     }
     std::vector<ServiceUnit> services;
@@ -179,7 +187,8 @@ std::vector<ServiceUnit> readServiceUnits(Machine& machine) {
         if (found == units.byName.end() || isTemplate(name) || units.byName.count(name) != 0) continue;
         services.push_back(readUnit(machine, name, {found->second.path, ""}, units));
     }
-    std::sort(services.begin(), services.end(),
-              [](const ServiceUnit& a, const ServiceUnit& b) { return naturalLess(a.name, b.name); });
+    // Nearly in order already, which a merge makes use of.
+    std::stable_sort(services.begin(), services.end(),
+                     [](const ServiceUnit& a, const ServiceUnit& b) { return naturalLess(a.name, b.name); });
     return services;
 }

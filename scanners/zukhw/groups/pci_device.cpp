@@ -104,6 +104,7 @@ std::vector<std::string> virtualFunctions(Machine& machine, const PciDevice& dev
 
 void writeDevice(Machine& machine, const PciDevice& device, const std::map<std::string, std::string>& slots,
                  GroupWriter& out) {
+    machine.files().stayIn(device.path);
     writeIds(machine, device, out);
     writeNames(machine, device, out);
     writeResources(machine, device, out);

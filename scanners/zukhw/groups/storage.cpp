@@ -91,6 +91,7 @@ Disk readDisk(Machine& machine, const std::string& name, const std::string& dire
     Disk disk;
     disk.name = name;
     disk.path = machine.resolve(directory + name);
+    machine.files().stayIn(disk.path);
     disk.device = machine.resolve(disk.path + "/device");
     disk.interface = blockInterface(machine, disk.path);
     disk.kind = directory == kTape ? Kind::Tape : kindOf(machine, disk);
@@ -217,6 +218,7 @@ void writePartitions(Machine& machine, const Disk& disk, const std::string& udev
 }
 
 void writeDisk(Machine& machine, const Disk& disk, GroupWriter& out) {
+    machine.files().stayIn(disk.path);
     const std::string number = machine.text(disk.path + "/dev");
     const std::string udevName = (disk.kind == Kind::Tape ? 'c' : 'b') + number;
     out.beginInstance();
