@@ -56,9 +56,10 @@ const FieldRow kFields[] = {
     {"Auto-Installed", [](Paragraph& p, std::string_view v) { p.package.automatic = v == "yes"; }},
 };
 
-void setField(Paragraph& paragraph, std::string_view name, std::string_view value) {
+void setField(Paragraph& paragraph, const Deb822Reader& reader) {
+    const std::string_view name = reader.name();
     for (const FieldRow& row : kFields) {
-        if (row.name.front() == name.front() && row.name == name) return row.set(paragraph, value);
+        if (row.name.front() == name.front() && row.name == name) return row.set(paragraph, reader.value());
     }
 }
 
@@ -75,7 +76,7 @@ bool readParagraph(Deb822Reader& reader, Paragraph& paragraph) {
     for (Item item = reader.next(); item != Item::EndOfParagraph; item = reader.next()) {
         if (item == Item::End) return false;
         if (item == Item::BadLine) paragraph.good = false;
-        if (item == Item::Field) setField(paragraph, reader.name(), reader.value());
+        if (item == Item::Field) setField(paragraph, reader);
     }
     return true;
 }

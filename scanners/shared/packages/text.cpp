@@ -5,11 +5,6 @@
 
 namespace {
 
-// Asked for at both ends of every line: a search in a list of blanks costs several times as much.
-bool isBlank(char c) {
-    return c == ' ' || c == '\t' || c == '\r';
-}
-
 template <typename Number>
 std::optional<Number> parseNumber(std::string_view text) {
     Number number = 0;
@@ -21,24 +16,12 @@ std::optional<Number> parseNumber(std::string_view text) {
 
 }  // namespace
 
-std::string_view takeLine(std::string_view& text) {
-    const std::string_view line = text.substr(0, text.find('\n'));
-    text.remove_prefix(std::min(line.size() + 1, text.size()));
-    return line;
-}
-
 std::string_view takeWord(std::string_view& text) {
-    while (!text.empty() && isBlank(text.front())) text.remove_prefix(1);
-    const auto end = std::find_if(text.begin(), text.end(), isBlank);
+    while (!text.empty() && isTextBlank(text.front())) text.remove_prefix(1);
+    const auto end = std::find_if(text.begin(), text.end(), isTextBlank);
     const std::string_view word = text.substr(0, static_cast<std::size_t>(end - text.begin()));
     text.remove_prefix(word.size());
     return word;
-}
-
-std::string_view trimBlanks(std::string_view text) {
-    while (!text.empty() && isBlank(text.front())) text.remove_prefix(1);
-    while (!text.empty() && isBlank(text.back())) text.remove_suffix(1);
-    return text;
 }
 
 std::optional<std::uint64_t> parseUnsigned(std::string_view text) {
