@@ -1,3 +1,5 @@
+#include <malloc.h>
+
 #include <cstdio>
 #include <string>
 #include <vector>
@@ -42,6 +44,14 @@ std::string readRequest(const std::vector<std::string>& words, Request* request)
     return parseOptions(words, options, {{"--help", &request->help}, {"--version", &request->version}});
 }
 
+// What is given back to the system is asked for again soon, and every page of it costs as much as a short
+// file.
+void keepFreedMemory() {
+    constexpr int kMost = 32 << 20;  // the most that the C library takes for the first
+    mallopt(M_MMAP_THRESHOLD, kMost);
+    mallopt(M_TRIM_THRESHOLD, kMost);
+}
+
 std::optional<RootedFs> openMachine(const std::string& root) {
     return root.empty() ? RootedFs::ofLiveMachine() : RootedFs::below(root);
 }
@@ -68,6 +78,7 @@ int run(const Request& request) {
 }  // namespace
 
 int main(int argc, char** argv) {
+    keepFreedMemory();
     Request request;
     const std::vector<std::string> words(argv + (argc > 0 ? 1 : 0), argv + argc);
     const std::string problem = readRequest(words, &request);
