@@ -78,8 +78,9 @@ std::optional<Glob> Glob::parseName(std::string_view text, std::string* error) {
             return false;
         }
         std::optional<NameGlob> name = NameGlob::parse(alternative, error);
-        if (name) glob.alternatives_.emplace_back().push_back({false, *std::move(name)});
-        return name.has_value();
+        if (!name) return false;
+        glob.alternatives_.emplace_back().push_back({false, *std::move(name)});
+        return true;
     };
     bool parsed = false;
     if (text.find('{') == text.npos) {

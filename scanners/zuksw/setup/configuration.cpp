@@ -127,15 +127,14 @@ void Reader::unknownSetting(const std::string& plugin, const std::string& attrib
 void Reader::readAttribute(const std::string& plugin, const Element& element) {
     const std::string name = valueOf(element, "name");
     const std::string value = valueOf(element, "value");
-    for (const Setting& setting : settings()) {
-        if (plugin != setting.plugin || name != setting.attribute) continue;
-        if (setting.apply(value, configuration_)) return;
-        const std::string text = plugin + "/" + name + "=\"" + value + "\" is not " + setting.expected;
-        events_->add(EventCode::kConfigValue, {}, text + "; the default is used");
-        if (!badValue) badValue = XmlError{element.offset, text};
-        return;
-    }
-    unknownSetting(plugin, name);
+    const auto setting = std::find_if(settings().begin(), settings().end(), [&](const Setting& known) {
+        return plugin == known.plugin && name == known.attribute;
+    });
+    if (setting == settings().end()) return unknownSetting(plugin, name);
+    if (setting->apply(value, configuration_)) return;
+    const std::string text = plugin + "/" + name + "=\"" + value + "\" is not " + setting->expected;
+    events_->add(EventCode::kConfigValue, {}, text + "; the default is used");
+    if (!badValue) badValue = XmlError{element.offset, text};
 }
 
 }  // namespace

@@ -10,17 +10,17 @@ namespace {
 
 struct ManagerRow {
     std::string_view name;
-    Scheme scheme;
     const char* purlType;
+    Scheme scheme;
     bool ofDistribution;  // its packages are named within a distribution
 };
 constexpr ManagerRow kManagers[] = {
-    {"dpkg", Scheme::kDeb, "deb", true},       {"opkg", Scheme::kDeb, "opkg", true},
-    {"rpm", Scheme::kRpm, "rpm", true},        {"apk", Scheme::kApk, "apk", true},
-    {"pacman", Scheme::kPacman, "alpm", true}, {"flatpak", Scheme::kGeneric, "flatpak", false},
-    {"snap", Scheme::kGeneric, "snap", false}, {"pip", Scheme::kPep440, "pypi", false},
-    {"npm", Scheme::kSemver, "npm", false},    {"gem", Scheme::kGem, "gem", false},
-    {"jar", Scheme::kMaven, "maven", false},
+    {"dpkg", "deb", Scheme::kDeb, true},       {"opkg", "opkg", Scheme::kDeb, true},
+    {"rpm", "rpm", Scheme::kRpm, true},        {"apk", "apk", Scheme::kApk, true},
+    {"pacman", "alpm", Scheme::kPacman, true}, {"flatpak", "flatpak", Scheme::kGeneric, false},
+    {"snap", "snap", Scheme::kGeneric, false}, {"pip", "pypi", Scheme::kPep440, false},
+    {"npm", "npm", Scheme::kSemver, false},    {"gem", "gem", Scheme::kGem, false},
+    {"jar", "maven", Scheme::kMaven, false},
 };
 
 const ManagerRow* findManager(std::string_view name) {
