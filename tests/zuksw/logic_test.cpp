@@ -73,6 +73,22 @@ TEST_F(LogicTest, AnOptionalConditionComesAfterOneThatBindsTheSameName) {
     EXPECT_EQ("1", scan(signature(optional + needed, {"v"})).values("v"));
 }
 
+TEST_F(LogicTest, RowsBeyondTheLimitMayBeAnything) {
+    for (const char* name : {"/d/1", "/d/2", "/d/3"}) file(name);
+    const std::string files = "<File as=\"f\" path=\"/d/*\"/>";
+    const auto named = [&](const char* name) {
+        return files + "<Test value=\"${f.name}\" eq=\"" + name + "\"/>";
+    };
+    const Settings two = {{"limits/MaxRows", "2"}};
+    for (const char* name : {"3", "4"}) {
+        EXPECT_EQ("unknown", truth(named(name), two)) << name;
+        EXPECT_EQ("unknown", truth("<Not>" + named(name) + "</Not>", two)) << name;
+        EXPECT_EQ("unknown", truth("<Not><All>" + named(name) + "</All></Not>", two)) << name;
+    }
+    EXPECT_EQ("yes", truth(named("2"), two));
+    EXPECT_EQ("no", truth(files + kFalse, two));
+}
+
 TEST_F(LogicTest, NotTurnsRound) {
     EXPECT_EQ("no", judge("<Not>" + kTrue + "</Not>"));
     EXPECT_EQ("yes", judge("<Not>" + kFalse + "</Not>"));

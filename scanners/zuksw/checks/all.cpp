@@ -151,7 +151,7 @@ void All::evaluate(const Row& row, const Context& context, Rows* out) const {
         Rows next;
         step(i, rows, context, &next);
         rows = std::move(next);
-        context.limitRows(&rows);
+        limitRows(row, context, &rows);
     }
     std::move(rows.begin(), rows.end(), std::back_inserter(*out));
 }

@@ -21,7 +21,7 @@ class Any : public Group {
     void evaluate(const Row& row, const Context& context, Rows* out) const override {
         if (first_) return evaluateFirst(row, context, out);
         for (const auto& child : children_) child->apply(row, context, out);
-        context.limitRows(out);
+        limitRows(row, context, out);
     }
 
   private:

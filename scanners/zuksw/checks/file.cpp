@@ -251,7 +251,7 @@ void File::tryFiles(const Row& row, const FoundFiles& found, const Selection* se
         if (context.machine.budget.isSpent()) return undecided(row, toCauses(Cause::kTimeBudget), out);
         const std::string& path = file->link().empty() ? file->path() : file->link();
         if (selection == nullptr || selection->accepts(path)) tryFile(row, file, context, &seen, out);
-        if (context.tooMany(*out)) return context.limitRows(out);
+        if (context.tooMany(*out)) return limitRows(row, context, out);
     }
     if (found.causes != 0) undecided(row, found.causes, out);
 }

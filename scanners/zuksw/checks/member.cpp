@@ -43,7 +43,7 @@ class Member : public Check {
                   out);
         }
         if (found.causes != 0) undecided(row, found.causes, out);
-        context.limitRows(out);
+        limitRows(row, context, out);
     }
 
   private:

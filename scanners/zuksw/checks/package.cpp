@@ -162,7 +162,7 @@ void PackageCheck::evaluate(const Row& row, const Context& context, Rows* out) c
         }
         if (packages.causes != 0) undecided(row, packages.causes, out);
     }
-    context.limitRows(out);
+    limitRows(row, context, out);
 }
 
 }  // namespace

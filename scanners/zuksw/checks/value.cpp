@@ -98,7 +98,7 @@ void ValueCheck::evaluate(const Row& row, const Context& context, Rows* out) con
         return undecided(row, toCauses(Cause::kBadFormat), out);
     }
     for (const std::string& value : values.found) report(*file, value, row, context, out);
-    context.limitRows(out);
+    limitRows(row, context, out);
 }
 
 }  // namespace

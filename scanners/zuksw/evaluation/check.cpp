@@ -4,6 +4,8 @@
 #include <iterator>
 #include <utility>
 
+#include "scanners/zuksw/evaluation/context.h"
+
 namespace zuksw {
 namespace {
 
@@ -24,6 +26,16 @@ void Check::undecided(const Row& row, Causes causes, Rows* out) const {
     copy.undecide(causes);
     for (const Slot slot : names.binds) copy.bindUnknown(slot, causes);
     out->push_back(std::move(copy));
+}
+
+void Check::limitRows(const Row& row, const Context& context, Rows* rows) const {
+    if (!context.tooMany(*rows)) return;
+    context.event(EventCode::kRowsLimit, "more rows than limits/MaxRows; the rest is dropped");
+    const auto limit = static_cast<std::ptrdiff_t>(context.machine.configuration.limits.maxRows);
+    rows->erase(rows->begin() + limit, rows->end());
+    undecided(row, toCauses(Cause::kRowsLimit), rows);
+    // What is bound inside a group and not behind it counts among what the group uses.
+    for (const Slot slot : names.uses) rows->back().bindUnknown(slot, toCauses(Cause::kRowsLimit));
 }
 
 void Check::holds(Row row, std::vector<std::pair<const char*, std::string>> evidence, Rows* out) const {

@@ -26,6 +26,10 @@ class Check {
     /** Appends the rows that `row` becomes, with regard to min, max and optional. */
     void apply(const Row& row, const Context& context, Rows* out) const;
 
+    /** Keeps what `row` became within limits/MaxRows. An undecided row stands for those that are dropped,
+     * with nothing known of what this condition binds. */
+    void limitRows(const Row& row, const Context& context, Rows* rows) const;
+
     /** True without min, max and optional: apply() is then no more than the condition itself. */
     bool isPlain() const { return min == 1 && !max && !optional; }
 

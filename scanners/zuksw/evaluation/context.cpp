@@ -12,12 +12,4 @@ bool Context::tooMany(const Rows& rows) const {
     return rows.size() > machine.configuration.limits.maxRows;
 }
 
-void Context::limitRows(Rows* rows) const {
-    if (!tooMany(*rows)) return;
-    const std::uint64_t limit = machine.configuration.limits.maxRows;
-    event(EventCode::kRowsLimit, "more rows than limits/MaxRows; the rest is dropped");
-    rows->erase(rows->begin() + static_cast<std::ptrdiff_t>(limit + 1), rows->end());
-    rows->back().undecide(toCauses(Cause::kRowsLimit));
-}
-
 }  // namespace zuksw

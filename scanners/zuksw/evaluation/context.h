@@ -19,8 +19,6 @@ struct Context {
     bool timeIsUp(Rows* rows) const;
     /** Whether there are more rows than limits/MaxRows. */
     bool tooMany(const Rows& rows) const;
-    /** Keeps the rows within limits/MaxRows; a row that was dropped leaves an undecided one. */
-    void limitRows(Rows* rows) const;
 };
 
 }  // namespace zuksw

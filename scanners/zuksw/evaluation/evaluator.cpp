@@ -141,7 +141,7 @@ std::optional<Evaluator::Task> Evaluator::join(const Task& task, Rows rows) {
     progress.parts = {};
     const Signature& signature = signatureOf(task.signature);
     const Context context{machine_, signature.guid};
-    context.limitRows(&all);
+    signature.detect->limitRows(firstRow(signature), context, &all);
     const bool more = !all.empty() && task.step + 1 < signature.detect->steps();
     if (more && !context.timeIsUp(&all)) {
         return divide(task.signature, task.step + 1, std::move(all));
