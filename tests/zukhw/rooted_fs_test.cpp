@@ -119,6 +119,16 @@ TEST_P(Rooted, ListsAFolder) {
     EXPECT_EQ(ReadStatus::Missing, fs.list("dir/a", &names));
 }
 
+TEST_P(Rooted, TellsWhichEntriesOfAFolderMayBeLinks) {
+    const RootedFs fs = plant("dir/file: 1\ndir/link -> file\ndir/broken -> none\ndir/folder/\n");
+    std::vector<std::string> names;
+    std::vector<std::string> links;
+    EXPECT_EQ(ReadStatus::Ok, fs.list("dir", &names, &links));
+    EXPECT_EQ(4U, names.size());
+    for (const char* link : {"link", "broken"})
+        EXPECT_EQ(1, std::count(links.begin(), links.end(), link)) << link;
+}
+
 TEST_P(Rooted, TellsFacts) {
     const RootedFs fs = plant("file: 12345\nlink -> file\n");
     EXPECT_EQ(FileFacts::Type::Regular, fs.facts("link")->type);
@@ -170,9 +180,30 @@ TEST(RootedFs, FindsTheSameFilesWhereverItStays) {
     }
 }
 
+// Whether others can change the directory decides how files in it are opened.
+TEST(RootedFs, ReadsFilesAndLinksButNoPipesWhereverItStays) {
+    const TemporaryFolder folder;
+    plantMachine("file: content\nlink -> file\n", folder.path());
+    ASSERT_EQ(0, mkfifo((folder.path() + "/pipe").c_str(), 0600));
+    const std::string place = folder.path().substr(1);
+    for (const mode_t mode : {0700U, 0777U}) {
+        ASSERT_EQ(0, chmod(folder.path().c_str(), mode));
+        const RootedFs fs = RootedFs::ofLiveMachine();
+        fs.stayIn(place);
+        std::string data;
+        EXPECT_EQ(ReadStatus::Ok, fs.read(place + "/file", &data, kLimit)) << mode;
+        EXPECT_EQ(ReadStatus::Ok, fs.read(place + "/link", &data, kLimit)) << mode;
+        EXPECT_EQ("content\n", data) << mode;
+        EXPECT_EQ(ReadStatus::Unusable, fs.read(place + "/pipe", &data, kLimit)) << mode;
+        EXPECT_EQ(ReadStatus::Missing, fs.read(place + "/none", &data, kLimit)) << mode;
+    }
+}
+
 TEST(RootedFs, OpensNoDeviceNode) {
     const RootedFs fs = RootedFs::ofLiveMachine();
     std::string data;
+    EXPECT_EQ(ReadStatus::Unusable, fs.read("dev/null", &data, kLimit));
+    fs.stayIn("dev");
     EXPECT_EQ(ReadStatus::Unusable, fs.read("dev/null", &data, kLimit));
 }
 
