@@ -5,7 +5,7 @@
 std::string cleanUuid(std::string_view text) {
     constexpr std::string_view kForm = "xxxxxxxx-xxxx-xxxx-xxxx-xxxxxxxxxxxx";
     constexpr std::string_view kDigits = "0123456789abcdef";
-    const std::string uuid = toLower(trim(text));
+    std::string uuid = toLower(trim(text));
     if (uuid.size() != kForm.size()) return "";
     for (std::size_t i = 0; i < kForm.size(); ++i) {
         const bool good = kForm[i] == '-' ? uuid[i] == '-' : kDigits.find(uuid[i]) != std::string_view::npos;
