@@ -14,11 +14,11 @@ void StringTable::build() {
     while (slots < entries_.size() * 2) slots *= 2;
     table_.assign(slots, kNone);
     tableMask_ = slots - 1;
-    filter_.assign(slots / 4, 0);  // 32 bits for each key
+    filter_.assign(slots / 16, 0);  // 8 to 16 bits for each key
     filterMask_ = filter_.size() - 1;
     for (std::size_t i = 0; i < entries_.size(); ++i) {
         const std::uint64_t hash = entries_[i].hash;
-        filter_[(hash >> 6U) & filterMask_] |= std::uint64_t{1} << (hash & 63U);
+        filter_[(hash >> 12U) & filterMask_] |= filterBits(hash);
         std::size_t slot = (hash >> 20U) & tableMask_;
         while (table_[slot] != kNone) slot = (slot + 1) & tableMask_;
         table_[slot] = static_cast<std::uint32_t>(i);

@@ -30,7 +30,8 @@ class StringTable {
     /** Calls visit(number) for each number of the key; hash is that of all bytes of the key. */
     template <typename Visit>
     void find(std::string_view key, std::uint64_t hash, Visit visit) const {
-        if ((filter_[(hash >> 6U) & filterMask_] >> (hash & 63U) & 1U) == 0) return;
+        const std::uint64_t bits = filterBits(hash);
+        if ((filter_[(hash >> 12U) & filterMask_] & bits) != bits) return;
         for (std::size_t slot = (hash >> 20U) & tableMask_; table_[slot] != kNone;
              slot = (slot + 1) & tableMask_) {
             const Entry& entry = entries_[table_[slot]];
@@ -46,6 +47,10 @@ class StringTable {
         std::uint32_t length;
         std::uint32_t number;
     };
+    // Two bits of one word: the filter stays small enough for a processor's own cache.
+    static std::uint64_t filterBits(std::uint64_t hash) {
+        return std::uint64_t{1} << (hash & 63U) | std::uint64_t{1} << (hash >> 6U & 63U);
+    }
     std::string_view keyOf(const Entry& entry) const {
         return std::string_view(pool_).substr(entry.offset, entry.length);
     }
