@@ -69,6 +69,43 @@ TEST_F(SignatureTest, InputsMayChooseNames) {
     EXPECT_EQ("", scan(text).values("p"));
 }
 
+// A few references to a long text would otherwise take as much memory as the machine has.
+class LongTextTest : public SignatureTest {
+  protected:
+    // Of 20,000 bytes each: three of them are still a text, four are none.
+    std::string input_ = "<Input name=\"v\" default=\"" + std::string(20'000, 'a') + "\"/>";
+    std::string fits_ = "${v}${v}${v}";
+    std::string tooLong_ = "${v}${v}${v}${v}";
+};
+
+TEST_F(LongTextTest, IsFalseInACondition) {
+    const auto test = [&](const std::string& value) {
+        return scan(signature("<Test value=\"" + value + "\" match=\"^a\"/>", {}, "", input_)).matches.size();
+    };
+    EXPECT_EQ(1U, test(fits_));
+    EXPECT_EQ(0U, test(tooLong_));
+}
+
+TEST_F(LongTextTest, IsFalseInAGlob) {
+    file("/x", "1");
+    const auto glob = [&](const std::string& name) {
+        return scan(signature("<File name=\"{x," + name + "}\"/>", {}, "", input_)).matches.size();
+    };
+    EXPECT_EQ(1U, glob(fits_));
+    EXPECT_EQ(0U, glob(tooLong_));
+}
+
+TEST_F(LongTextTest, IsLeftOutOfTheReport) {
+    const auto report = [&](const std::string& value) {
+        const std::string variable = "<Variable name=\"r\" value=\"" + value + "\"/>";
+        return scan("<Signature guid=\"g\" name=\"n\">" + input_ + "<Detect>" + kTrue + "</Detect><Report>" +
+                    variable + "</Report></Signature>")
+            .values("r");
+    };
+    EXPECT_EQ(60'000U, report(fits_).size());
+    EXPECT_EQ("", report(tooLong_));
+}
+
 TEST_F(SignatureTest, MatchedLooksForwardAndBackward) {
     EXPECT_EQ("a b ", guids(scan(named("a", matched("b")) + named("b", kTrue))));
     EXPECT_EQ("a b ", guids(scan(named("a", kTrue) + named("b", matched("a")))));

@@ -28,6 +28,7 @@ Text expand(const Template& text, const Row& row, const Context& context, Quote 
         if (value.state == Text::State::kUnset && piece.fallback) value = Text::of(*piece.fallback);
         if (!value.isSet()) return value;
         result.text += quote == nullptr ? value.text : quote(value.text);
+        if (result.text.size() > Template::kMaxExpanded) return {};
     }
     return result;
 }
@@ -43,6 +44,7 @@ std::optional<std::string> expandForReport(const Template& text, const Row& row,
         const Text value = lookUp(piece, row, context);
         if (!value.isSet() && !piece.fallback) return std::nullopt;
         result += value.isSet() ? value.text : *piece.fallback;
+        if (result.size() > Template::kMaxExpanded) return std::nullopt;
     }
     return result;
 }

@@ -54,6 +54,7 @@ std::optional<std::string> ConditionReader::fixedText(const Template& text,
         if (piece.type != TemplatePiece::Type::kText || scope_->fixed(piece.slot) == nullptr)
             return std::nullopt;
         result += quote(*scope_->fixed(piece.slot));
+        if (result.size() > Template::kMaxExpanded) return std::nullopt;  // the scan will find it unset
     }
     return result;
 }

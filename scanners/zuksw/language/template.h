@@ -23,6 +23,10 @@ struct TemplatePiece {
  *  dollar sign before anything else is itself. */
 class Template {
   public:
+    /** The most bytes that replacing the references may make: few references can stand for very long texts.
+     */
+    static constexpr std::size_t kMaxExpanded = std::size_t{1} << 16U;
+
     Template() = default;
     /** Mistakes are reported to the scope. */
     static Template parse(std::string_view text, Scope* scope, std::size_t offset);
