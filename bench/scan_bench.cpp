@@ -81,13 +81,15 @@ void measure(Subject* subject, double floor) {
     subject->ratios.push_back(run->seconds / floor);
 }
 
-void print(const Subject& subject) {
+// In "files" the same ratio stands as a number of files: what opening, reading and closing that many takes.
+void print(const Subject& subject, std::size_t floorFiles) {
     if (subject.runs.empty()) {
         std::printf("%-24s not installed, skipped\n", subject.label.c_str());
         return;
     }
-    std::printf("%-24s %9.2f %9.2f %9.2f %9.1f\n", subject.label.c_str(), median(subject.ratios),
-                medianOf(subject.runs, &ProgramRun::seconds) * 1e3,
+    const double ratio = median(subject.ratios);
+    std::printf("%-24s %9.2f %9.0f %9.2f %9.2f %9.1f\n", subject.label.c_str(), ratio,
+                ratio * static_cast<double>(floorFiles), medianOf(subject.runs, &ProgramRun::seconds) * 1e3,
                 medianOf(subject.runs, &ProgramRun::wallSeconds) * 1e3,
                 medianOf(subject.runs, &ProgramRun::peakBytes) / (1024 * 1024));
 }
@@ -100,9 +102,9 @@ void compare(std::vector<Subject> subjects, const std::vector<std::string>& file
             if (round < subject.rounds) measure(&subject, floors.back());
         }
     }
-    std::printf("%-24s %9s %9s %9s %9s\n", "", "ratio", "CPU, ms", "wall, ms", "peak, MiB");
-    std::printf("%-24s %9.2f %9.2f\n", "floor", 1.0, median(floors) * 1e3);
-    for (const Subject& subject : subjects) print(subject);
+    std::printf("%-24s %9s %9s %9s %9s %9s\n", "", "ratio", "files", "CPU, ms", "wall, ms", "peak, MiB");
+    std::printf("%-24s %9.2f %9zu %9.2f\n", "floor", 1.0, files.size(), median(floors) * 1e3);
+    for (const Subject& subject : subjects) print(subject, files.size());
 }
 }  // namespace
 

@@ -1,5 +1,7 @@
 #include "bench/support/small_files.h"
 
+#include <unistd.h>
+
 #include <cstdlib>
 #include <filesystem>
 #include <fstream>
@@ -31,4 +33,5 @@ SmallFiles::SmallFiles(const std::string& parent, std::size_t count)
 SmallFiles::~SmallFiles() {
     std::error_code ignored;
     std::filesystem::remove_all(path_, ignored);
+    ::sync();  // what the system still has to write of them would slow down whatever is measured next
 }
