@@ -37,10 +37,11 @@ constexpr Names kNumbers[] = {
     L"MaxProcesses", L"MaxThreads", L"MaxUserWatches", L"SharedMemoryTotalPages", L"SharedMemorySegments",
     L"SemaphoresPerSet", L"SemaphoresTotal", L"SemaphoreOpsPerCall", L"SemaphoreSets", L"MessageQueues",
     L"Swappiness", L"OvercommitMemory", L"OvercommitRatio", L"DirtyRatio", L"HugePages",
-    L"AddressSpaceRandomization", L"SoftNoFile", L"HardNoFile", L"SoftNProc", L"HardNProc", L"Entropy",
-    L"Load1", L"Load5", L"Load15", L"RunnableTasks", L"TotalTasks", L"ContextSwitches", L"Interrupts",
-    L"ProcessesCreated", L"ProcessesRunning", L"ProcessesBlocked", L"CpuPressureAvg10",
-    L"MemoryPressureAvg10", L"IoPressureAvg10", L"PowerVmPurr", L"EntitledUse",
+    L"AddressSpaceRandomization", L"CoreUsesPid", L"IPv4Forwarding", L"IPv6Forwarding", L"SoftNoFile",
+    L"HardNoFile", L"SoftNProc", L"HardNProc", L"Entropy", L"Load1", L"Load5", L"Load15", L"RunnableTasks",
+    L"TotalTasks", L"ContextSwitches", L"Interrupts", L"ProcessesCreated", L"ProcessesRunning",
+    L"ProcessesBlocked", L"CpuPressureAvg10", L"MemoryPressureAvg10", L"IoPressureAvg10", L"PowerVmPurr",
+    L"EntitledUse",
     // the scan
     L"FieldTableVersion", L"InstancesTotal", L"SourcesDenied", L"SourcesMissing", L"ItemsMalformed"};
 
@@ -57,8 +58,8 @@ constexpr Names kFlags[] = {
     L"Automatic", L"Essential", L"Held", L"Transition", L"LockEnabled", L"LoginAllowed", L"Privileged",
     L"StillLoggedIn",
     // the system
-    L"Autostart", L"Capped", L"CoreUsesPid", L"DaylightSaving", L"IPv4Forwarding", L"IPv6Forwarding",
-    L"Paravirtualized", L"RebootRequired", L"SecureBoot", L"SetupMode", L"SharedProcessorMode"};
+    L"Autostart", L"Capped", L"DaylightSaving", L"Paravirtualized", L"RebootRequired", L"SecureBoot",
+    L"SetupMode", L"SharedProcessorMode"};
 
 constexpr Names kLists[] = {
     // processors, memory, storage
