@@ -72,7 +72,7 @@ void ElfCheck::readBuildInfo(ConditionReader& attributes) {
 
 // Whether one of the texts matches the glob.
 template <typename Texts>
-Answer acceptGlob(const GlobTemplate& glob, const Texts& texts, const Row& row, const Context& context) {
+Answer acceptAnyOf(const GlobTemplate& glob, const Texts& texts, const Row& row, const Context& context) {
     const auto any = [&](const Glob& g) {
         return Answer::of(
             std::any_of(texts.begin(), texts.end(), [&](const auto& text) { return g.matches(text); }));
@@ -83,11 +83,6 @@ Answer acceptGlob(const GlobTemplate& glob, const Texts& texts, const Row& row, 
     std::string error;
     const std::optional<Glob> parsed = Glob::parsePath(text.text, &error);
     return parsed ? any(*parsed) : Answer::no();
-}
-
-Answer acceptText(const Template& wanted, std::string_view text, const Row& row, const Context& context) {
-    const Text expanded = expand(wanted, row, context);
-    return expanded.isSet() ? Answer::of(expanded.text == text) : Answer::missing(expanded);
 }
 
 // Takes in one part of a conjunction; false when it fails.
@@ -103,8 +98,8 @@ Answer ElfCheck::acceptDynamic(const Elf& elf, const Context& context, const Row
     constexpr ElfKind kKinds[] = {ElfKind::kProgram, ElfKind::kLibrary, ElfKind::kModule};
     if (kind_ && elfKind(elf, dynamic) != kKinds[*kind_]) return Answer::no();
     const std::vector<std::string_view> soname(dynamic.soname.empty() ? 0 : 1, dynamic.soname);
-    if (soname_ && !join(acceptGlob(*soname_, soname, row, context), &answer)) return answer;
-    if (needed_) join(acceptGlob(*needed_, dynamic.needed, row, context), &answer);
+    if (soname_ && !join(acceptAnyOf(*soname_, soname, row, context), &answer)) return answer;
+    if (needed_) join(acceptAnyOf(*needed_, dynamic.needed, row, context), &answer);
     return answer;
 }
 
@@ -113,7 +108,7 @@ Answer ElfCheck::acceptGo(const Elf& elf, const Context& context, Row* row) cons
     if (!info) return Answer::no();
     Answer answer = Answer::yes();
     const std::vector<std::string_view> path = {info->path};
-    if (goPath_ && !join(acceptGlob(*goPath_, path, *row, context), &answer)) return answer;
+    if (goPath_ && !join(acceptAnyOf(*goPath_, path, *row, context), &answer)) return answer;
     if (goVersionSet_ && !bindText(*goVersionSet_, std::string(info->goVersion), context, row))
         return Answer::no();
     if (!goModule_) return answer;

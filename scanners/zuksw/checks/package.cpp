@@ -89,15 +89,6 @@ bool PackageCheck::isWantedState(PackageState state) const {
     return state_ == Wanted::kInstalled ? state == PackageState::Installed : filesArePresent(state);
 }
 
-Answer acceptGlob(const GlobTemplate& glob, const std::string& text, const Row& row, const Context& context) {
-    if (glob.fixed) return Answer::of(glob.fixed->matches(text));
-    const Text expanded = expand(glob.text, row, context, quoteGlob);
-    if (!expanded.isSet()) return Answer::missing(expanded);
-    std::string error;
-    const auto parsed = Glob::parsePath(expanded.text, &error);
-    return Answer::of(parsed && parsed->matches(text));
-}
-
 Answer PackageCheck::accept(const PackageObject& object, const Context& context, Row* row) const {
     const Package& package = object.package();
     Causes causes = 0;

@@ -45,26 +45,11 @@ class Tag : public Check {
             causes |= answer.causes;
             return !answer.isNo();
         };
-        if (name_ && !add(acceptName(tag.name, *row, context))) return Answer::no();
+        if (name_ && !add(acceptGlob(*name_, tag.name, *row, context))) return Answer::no();
         if (tagId_ && !add(acceptText(*tagId_, tag.tagId, *row, context))) return Answer::no();
         if (regid_ && !add(acceptText(*regid_, tag.regid, *row, context))) return Answer::no();
         if (!add(compare(comparison_, tag.version, Scheme::kGeneric, context, row))) return Answer::no();
         return Answer::unknown(causes);
-    }
-
-    static Answer acceptText(const Template& wanted, const std::string& text, const Row& row,
-                             const Context& context) {
-        const Text expanded = expand(wanted, row, context);
-        return expanded.isSet() ? Answer::of(expanded.text == text) : Answer::missing(expanded);
-    }
-
-    Answer acceptName(const std::string& text, const Row& row, const Context& context) const {
-        if (name_->fixed) return Answer::of(name_->fixed->matches(text));
-        const Text expanded = expand(name_->text, row, context, quoteGlob);
-        if (!expanded.isSet()) return Answer::missing(expanded);
-        std::string error;
-        const auto glob = Glob::parsePath(expanded.text, &error);
-        return Answer::of(glob && glob->matches(text));
     }
 
     std::optional<GlobTemplate> name_;

@@ -81,6 +81,20 @@ bool bindCaptures(const PatternTemplate& pattern, const Captures& captures, cons
     return true;
 }
 
+Answer acceptGlob(const GlobTemplate& glob, std::string_view text, const Row& row, const Context& context) {
+    if (glob.fixed) return Answer::of(glob.fixed->matches(text));
+    const Text expanded = expand(glob.text, row, context, quoteGlob);
+    if (!expanded.isSet()) return Answer::missing(expanded);
+    std::string error;
+    const auto parsed = Glob::parsePath(expanded.text, &error);
+    return Answer::of(parsed && parsed->matches(text));
+}
+
+Answer acceptText(const Template& wanted, std::string_view text, const Row& row, const Context& context) {
+    const Text expanded = expand(wanted, row, context);
+    return expanded.isSet() ? Answer::of(expanded.text == text) : Answer::missing(expanded);
+}
+
 Answer compare(const Comparison& comparison, const std::string& value, Scheme defaultScheme,
                const Context& context, Row* row) {
     const Scheme scheme = comparison.scheme.value_or(defaultScheme);

@@ -10,6 +10,7 @@
 #include "scanners/zuksw/evaluation/context.h"
 #include "scanners/zuksw/evaluation/row.h"
 #include "scanners/zuksw/language/comparison.h"
+#include "scanners/zuksw/language/condition_reader.h"
 
 namespace zuksw {
 
@@ -35,6 +36,10 @@ bool bindCaptures(const PatternTemplate& pattern, const Captures& captures, cons
 
 /** Binds a text, cut to content/MaxCapture. */
 bool bindText(Slot slot, std::string text, const Context& context, Row* row);
+
+/** Whether the text matches the glob, or is the one wanted, with references replaced. */
+Answer acceptGlob(const GlobTemplate& glob, std::string_view text, const Row& row, const Context& context);
+Answer acceptText(const Template& wanted, std::string_view text, const Row& row, const Context& context);
 
 /** Whether all parts of the comparison hold for `value`; binds what `match` captures. */
 Answer compare(const Comparison& comparison, const std::string& value, Scheme defaultScheme,
