@@ -20,9 +20,9 @@ FileAccess::FileAccess(FileDescriptor file) : file_(std::move(file)) {
 }
 
 bool FileAccess::read(std::uint64_t offset, std::size_t length, std::string* piece) const {
-    piece->clear();
-    if (offset > size_ || length > size_ - offset) return false;
-    piece->resize(length);
+    const bool exists = offset <= size_ && length <= size_ - offset;
+    piece->resize(exists ? length : 0);  // without clearing it first, since all of it would be zeroed then
+    if (!exists) return false;
     std::size_t done = 0;
     while (done < length) {
         const ssize_t got =

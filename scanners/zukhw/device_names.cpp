@@ -61,13 +61,13 @@ bool hasHwdb(Machine& machine) {
 
 std::string DeviceNames::pciVendor(const std::string& vendor) {
     if (vendor.empty()) return "";
-    if (!hasHwdb(machine_)) return machine_.shared<PciIds>().list.name(vendor);
+    if (!hasHwdb(machine_)) return machine_.shared<PciIds>().list.name({vendor});
     return property(machine_, "pci:v0000" + upper(vendor) + kNoDevice, kVendor);
 }
 
 std::string DeviceNames::pciDevice(const std::string& vendor, const std::string& device) {
     if (vendor.empty() || device.empty()) return "";
-    if (!hasHwdb(machine_)) return machine_.shared<PciIds>().list.name(vendor, device);
+    if (!hasHwdb(machine_)) return machine_.shared<PciIds>().list.name({vendor, device});
     return property(machine_, pciName(vendor, device) + kNoSubsystem, kModel);
 }
 
@@ -75,7 +75,7 @@ std::string DeviceNames::pciSubsystem(const std::string& vendor, const std::stri
                                       const std::string& subVendor, const std::string& subDevice) {
     if (vendor.empty() || device.empty() || subVendor.empty() || subDevice.empty()) return "";
     if (!hasHwdb(machine_)) {
-        return machine_.shared<PciIds>().list.name(vendor, device, subVendor + ' ' + subDevice);
+        return machine_.shared<PciIds>().list.name({vendor, device, subVendor + ' ' + subDevice});
     }
     const std::string name =
         pciName(vendor, device) + "sv0000" + upper(subVendor) + "sd0000" + upper(subDevice) + "bcFFscFFiFF";
@@ -88,14 +88,14 @@ std::string DeviceNames::pciSubsystem(const std::string& vendor, const std::stri
 
 std::string DeviceNames::pciClass(const std::string& baseClass) {
     if (baseClass.empty()) return "";
-    if (!hasHwdb(machine_)) return machine_.shared<PciIds>().list.name("C " + baseClass);
+    if (!hasHwdb(machine_)) return machine_.shared<PciIds>().list.name({"C " + baseClass});
     const std::string name = std::string("pci:v0000FFFF") + kNoIds + "bc" + upper(baseClass) + "scFFiFF";
     return property(machine_, name, "ID_PCI_CLASS_FROM_DATABASE");
 }
 
 std::string DeviceNames::pciSubclass(const std::string& baseClass, const std::string& subclass) {
     if (baseClass.empty() || subclass.empty()) return "";
-    if (!hasHwdb(machine_)) return machine_.shared<PciIds>().list.name("C " + baseClass, subclass);
+    if (!hasHwdb(machine_)) return machine_.shared<PciIds>().list.name({"C " + baseClass, subclass});
     const std::string name =
         std::string("pci:v0000FFFF") + kNoIds + "bc" + upper(baseClass) + "sc" + upper(subclass) + "iFF";
     return property(machine_, name, "ID_PCI_SUBCLASS_FROM_DATABASE");
@@ -103,19 +103,19 @@ std::string DeviceNames::pciSubclass(const std::string& baseClass, const std::st
 
 std::string DeviceNames::usbVendor(const std::string& vendor) {
     if (vendor.empty()) return "";
-    if (!hasHwdb(machine_)) return machine_.shared<UsbIds>().list.name(vendor);
+    if (!hasHwdb(machine_)) return machine_.shared<UsbIds>().list.name({vendor});
     return property(machine_, "usb:v" + upper(vendor) + "pFFFF", kVendor);
 }
 
 std::string DeviceNames::usbProduct(const std::string& vendor, const std::string& product) {
     if (vendor.empty() || product.empty()) return "";
-    if (!hasHwdb(machine_)) return machine_.shared<UsbIds>().list.name(vendor, product);
+    if (!hasHwdb(machine_)) return machine_.shared<UsbIds>().list.name({vendor, product});
     return property(machine_, "usb:v" + upper(vendor) + 'p' + upper(product), kModel);
 }
 
 std::string DeviceNames::usbClass(const std::string& deviceClass) {
     if (deviceClass.empty()) return "";
-    if (!hasHwdb(machine_)) return machine_.shared<UsbIds>().list.name("C " + deviceClass);
+    if (!hasHwdb(machine_)) return machine_.shared<UsbIds>().list.name({"C " + deviceClass});
     return property(machine_, "usb:vFFFFpFFFFdFFFFdc" + upper(deviceClass), "ID_USB_CLASS_FROM_DATABASE");
 }
 

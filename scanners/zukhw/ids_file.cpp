@@ -3,89 +3,98 @@
 #include <algorithm>
 
 #include "scanners/zukhw/text.h"
-#include "scanners/zukhw/text_pieces.h"
 
 namespace {
 
 constexpr std::string_view kGap = "  ";  // between a number and its name
+constexpr std::uint64_t kPiece = std::uint64_t{4} * 1024;
+constexpr std::size_t kKey = 15;  // more than the longest that is asked for, with tabs and gap
 
-struct Line {
-    std::string_view name;
-    std::string_view rest;  // from its end on
-};
-
-// The line of `text` that begins with `head`, the line end before it included.
-Line findLine(std::string_view text, const std::string& head) {
-    const std::size_t at = text.find(head);
-    if (at == std::string_view::npos) return {};
-    const std::size_t name = at + head.size();
-    const std::size_t end = std::min(text.find('\n', name), text.size());
-    return {trim(text.substr(name, end - name)), text.substr(end)};
+bool isHexDigit(char c) {
+    return (c >= '0' && c <= '9') || (c >= 'a' && c <= 'f');
 }
 
-bool isComment(std::string_view line) {
-    return startsWith(line, "#");
+// The order of the lines that are not below another: makers, classes, then what nobody asks for.
+enum class Section { Makers, Classes, Rest };
+
+Section sectionOf(std::string_view line) {
+    if (startsWith(line, "C ")) return Section::Classes;
+    const std::string_view number = line.substr(0, 4);
+    return std::all_of(number.begin(), number.end(), isHexDigit) ? Section::Makers : Section::Rest;
 }
 
-// Asked for every line of the file, which has tens of thousands.
-bool belongsToBlock(char first) {
-    return first == '\t' || first == '#';
+bool standsBehind(std::string_view line, std::string_view key, std::size_t depth) {
+    const Section ofLine = sectionOf(line), ofKey = sectionOf(key);
+    if (depth == 0 && ofLine != ofKey) return ofLine > ofKey;
+    return line.substr(0, key.size()) > key;
 }
 
-// The lines at the head of `text`, which begins with a line end, that have two tabs.
-std::string_view deeperLines(std::string_view text) {
-    std::size_t end = 0;
-    const auto goesOn = [&] {
-        const std::string_view line = text.substr(std::min(end + 1, text.size()));
-        return startsWith(line, "\t\t") || isComment(line);
-    };
-    while (goesOn()) end = std::min(text.find('\n', end + 1), text.size());
-    return text.substr(0, end);
+// Whether a line with that many tabs begins there. Comments may stand anywhere.
+bool beginsLine(std::string_view text, std::size_t depth) {
+    const std::size_t tabs = std::min(text.find_first_not_of('\t'), text.size());
+    return tabs == depth && tabs < text.size() && text[tabs] != '#' && text[tabs] != '\n';
 }
 
 }  // namespace
 
-// Nearly all lines are of devices: only the few thousand top lines are looked at.
-IdsFile::IdsFile(const RandomAccess& file) : file_(file) {
-    for (TextPieces pieces(file, "\n"); pieces.next();) addTopLines(pieces.text(), pieces.offset());
-    if (!blocks_.empty()) blocks_.back().end = file.size();
+// Of the file from there on; shorter at its end.
+bool IdsFile::readPiece(std::uint64_t offset, std::uint64_t length) {
+    return file_.read(offset, static_cast<std::size_t>(std::min(length, file_.size() - offset)), &piece_);
 }
 
-void IdsFile::addTopLines(std::string_view text, std::uint64_t offset) {
-    std::size_t end = 0;
-    for (std::size_t begin = 0; begin < text.size(); begin = end + 1) {
-        end = std::min(text.find('\n', begin), text.size());
-        if (belongsToBlock(text[begin])) continue;
-        if (!blocks_.empty()) blocks_.back().end = std::min(blocks_.back().end, offset + begin);
-        const std::string_view line = text.substr(begin, end - begin);
-        const std::size_t gap = line.find(kGap);
-        if (gap != std::string_view::npos)
-            blocks_.push_back({std::string(line.substr(0, gap)), offset + begin});
+IdsFile::Line IdsFile::searchBehind(std::uint64_t from, std::uint64_t end, std::size_t depth) {
+    for (std::uint64_t at = from; at < end && readPiece(at, kPiece + kKey); at += kPiece) {
+        const std::string_view piece(piece_);
+        for (std::size_t lineEnd = piece.find('\n'); lineEnd < kPiece;
+             lineEnd = piece.find('\n', lineEnd + 1)) {
+            const std::string_view line = piece.substr(lineEnd + 1);
+            if (beginsLine(line, depth)) return {at + lineEnd + 1, std::string(line.substr(depth, kKey))};
+        }
     }
+    return {file_.size(), ""};
 }
 
-std::string_view IdsFile::block(std::string_view key) {
-    if (key == lastKey_) return lastText_;
-    const auto isWanted = [&](const Block& block) { return block.key == key; };
-    const auto found = std::find_if(blocks_.begin(), blocks_.end(), isWanted);
-    if (found == blocks_.end()) return {};
-    lastKey_ = key;
-    file_.read(found->begin, static_cast<std::size_t>(found->end - found->begin), &lastText_);
-    return lastText_;
+// The first line with that many tabs behind `from`; at the file's end when there is none. No part of the file
+// is looked at twice.
+const IdsFile::Line& IdsFile::lineBehind(std::uint64_t from, std::size_t depth) {
+    const auto known = seen_.lower_bound({depth, from});
+    const bool mayMeet = known != seen_.end() && known->first.first == depth;
+    if (mayMeet && known->first.second == from) return known->second;
+    Line line = searchBehind(from, mayMeet ? known->first.second : file_.size(), depth);
+    if (mayMeet && line.begin == file_.size()) line = known->second;
+    return seen_.emplace_hint(known, std::pair(depth, from), std::move(line))->second;
 }
 
-std::string IdsFile::name(std::string_view key) {
-    const std::string_view text = block(key);
-    if (text.empty()) return "";
-    return std::string(trim(text.substr(key.size(), text.find('\n') - key.size())));
+// That line of `lines` with the lines below it; empty when there is none.
+IdsFile::Lines IdsFile::find(Lines lines, std::size_t depth, std::string_view key) {
+    std::uint64_t low = lines.begin, high = lines.end;  // it begins between them
+    while (high - low > kPiece) {
+        const std::uint64_t middle = low + (high - low) / 2;
+        const Line& line = lineBehind(middle, depth);
+        if (line.begin >= high || standsBehind(line.key, key, depth)) {
+            high = middle + 1;
+        } else {
+            low = line.begin;
+        }
+    }
+    if (low == high || !readPiece(low, high - low + kKey)) return {};
+    piece_.insert(0, 1, '\n');
+    const std::string head = '\n' + std::string(depth, '\t').append(key).append(kGap);
+    const std::size_t at = piece_.find(head);
+    const std::uint64_t begin = low + at;
+    if (at == std::string::npos || begin >= high) return {};
+    return {begin, std::min(lineBehind(begin, depth).begin, lines.end)};
 }
 
-std::string IdsFile::name(std::string_view key, std::string_view second) {
-    return std::string(findLine(block(key), "\n\t" + std::string(second) + std::string(kGap)).name);
-}
-
-std::string IdsFile::name(std::string_view key, std::string_view second, std::string_view third) {
-    const Line line = findLine(block(key), "\n\t" + std::string(second) + std::string(kGap));
-    const std::string head = "\n\t\t" + std::string(third) + std::string(kGap);
-    return std::string(findLine(deeperLines(line.rest), head).name);
+std::string IdsFile::name(std::initializer_list<std::string_view> keys) {
+    Lines lines{0, file_.size()};
+    std::size_t depth = 0, head = 0;  // head: the tabs and the number before the name
+    for (const std::string_view key : keys) {
+        head = depth + key.size();
+        lines = find(lines, depth++, key);
+    }
+    if (lines.begin == lines.end || !readPiece(lines.begin, std::min(kPiece, lines.end - lines.begin)))
+        return "";
+    const std::string_view line = std::string_view(piece_).substr(0, piece_.find('\n'));
+    return std::string(trim(line.substr(head)));
 }

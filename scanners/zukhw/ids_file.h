@@ -1,39 +1,44 @@
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
+#include <initializer_list>
+#include <map>
 #include <string>
 #include <string_view>
-#include <vector>
+#include <utility>
 
 #include "scanners/shared/random_access.h"
 
 // A text file of names by numbers (pci.ids, usb.ids): lines "1af4  Red Hat, Inc.", below them, after a tab
 // each, "1000  Virtio network device", and after two tabs "1af4 0001  Subsystem". Classes begin with "C ".
-// It has a megabyte or more, of which a machine needs a few lines: only where each top line begins is kept.
+// It has a megabyte or more, of which a machine needs a few lines; they stand in the order of their numbers,
+// so that each is found by halving.
 class IdsFile {
   public:
     // The file must outlive it.
-    explicit IdsFile(const RandomAccess& file);
+    explicit IdsFile(const RandomAccess& file) : file_(file) {}
 
-    // The name of the top line with that key ("1af4", "C 03"), or empty.
-    std::string name(std::string_view key);
-    // The name of the line below it, and of the line below that.
-    std::string name(std::string_view key, std::string_view second);
-    std::string name(std::string_view key, std::string_view second, std::string_view third);
+    // The name of the line with the first key ("1af4", "C 03"), or of the one below it with the second, or of
+    // the one below that with the third ("1af4 0001"); empty when there is none.
+    std::string name(std::initializer_list<std::string_view> keys);
 
   private:
-    // A top line and all lines below it.
-    struct Block {
-        std::string key;
-        std::uint64_t begin = 0;
-        std::uint64_t end = UINT64_MAX;
+    struct Line {
+        std::uint64_t begin;
+        std::string key;  // its first characters behind the tabs
+    };
+    struct Lines {
+        std::uint64_t begin = 0, end = 0;
     };
 
-    void addTopLines(std::string_view text, std::uint64_t offset);
-    std::string_view block(std::string_view key);
+    bool readPiece(std::uint64_t offset, std::uint64_t length);
+    Line searchBehind(std::uint64_t from, std::uint64_t end, std::size_t depth);
+    const Line& lineBehind(std::uint64_t from, std::size_t depth);
+    Lines find(Lines lines, std::size_t depth, std::string_view key);
 
     const RandomAccess& file_;
-    std::vector<Block> blocks_;
-    std::string lastKey_;  // of the block that was asked for last, since many are asked for twice
-    std::string lastText_;
+    std::string piece_;  // what was read last, kept for its memory
+    // The first lines of a depth behind the places that were looked at.
+    std::map<std::pair<std::size_t, std::uint64_t>, Line> seen_;
 };

@@ -2,6 +2,8 @@
 
 #include <gtest/gtest.h>
 
+#include <cstdio>
+
 namespace {
 
 const std::string kText =
@@ -25,37 +27,86 @@ const std::string kText =
 TEST(IdsFile, FindsNames) {
     const MemoryAccess file(kText);
     IdsFile list(file);
-    EXPECT_EQ("Intel Corporation", list.name("8086"));
-    EXPECT_EQ("Red Hat, Inc.", list.name("1af4"));
-    EXPECT_EQ("82574L  Gigabit", list.name("8086", "10d3"));
-    EXPECT_EQ("Display controller", list.name("C 03"));
-    EXPECT_EQ("VGA compatible controller", list.name("C 03", "00"));
-    EXPECT_EQ("Bridge", list.name("C 06"));
+    EXPECT_EQ("Intel Corporation", list.name({"8086"}));
+    EXPECT_EQ("Red Hat, Inc.", list.name({"1af4"}));
+    EXPECT_EQ("82574L  Gigabit", list.name({"8086", "10d3"}));
+    EXPECT_EQ("Display controller", list.name({"C 03"}));
+    EXPECT_EQ("VGA compatible controller", list.name({"C 03", "00"}));
+    EXPECT_EQ("Bridge", list.name({"C 06"}));
 }
 
 TEST(IdsFile, FindsSubsystemsOfTheirDeviceOnly) {
     const MemoryAccess file(kText);
     IdsFile list(file);
-    EXPECT_EQ("X7SPA-H", list.name("8086", "10d3", "15d9 060a"));
-    EXPECT_EQ("Not of 10d3", list.name("8086", "10d4", "15d9 0001"));
-    EXPECT_EQ("", list.name("8086", "10d3", "15d9 0001"));
+    EXPECT_EQ("X7SPA-H", list.name({"8086", "10d3", "15d9 060a"}));
+    EXPECT_EQ("Not of 10d3", list.name({"8086", "10d4", "15d9 0001"}));
+    EXPECT_EQ("", list.name({"8086", "10d3", "15d9 0001"}));
 }
 
 TEST(IdsFile, FindsNothingElse) {
     const MemoryAccess file(kText);
     IdsFile list(file);
-    EXPECT_EQ("", list.name("ffff"));
-    EXPECT_EQ("", list.name("808"));
-    EXPECT_EQ("", list.name(""));
-    EXPECT_EQ("", list.name("1af4", "10d3"));
-    EXPECT_EQ("", list.name("ffff", "10d3", "15d9 060a"));
+    EXPECT_EQ("", list.name({"ffff"}));
+    EXPECT_EQ("", list.name({"808"}));
+    EXPECT_EQ("", list.name({""}));
+    EXPECT_EQ("", list.name({"1af4", "10d3"}));
+    EXPECT_EQ("", list.name({"ffff", "10d3", "15d9 060a"}));
+}
+
+std::string hex(unsigned number) {
+    char text[5];
+    std::snprintf(text, sizeof text, "%04x", number & 0xffffU);
+    return text;
+}
+
+// Makers with even numbers, of which every hundredth has thousands of devices, then classes, then the rest.
+std::string longList() {
+    std::string text = "#\n";
+    for (unsigned maker = 0; maker < 0x1000; maker += 2) {
+        text += hex(maker) + "  Maker " + hex(maker) + '\n';
+        for (unsigned device = 0; device < (maker % 200 == 0 ? 3000 : 3); ++device)
+            text += '\t' + hex(device) + "  Device of " + hex(maker) + '\n';
+    }
+    for (unsigned number = 0; number < 20; ++number) {
+        text += "C " + hex(number).substr(2) + "  Class " + hex(number) + '\n';
+        text += "\t00  Kind of " + hex(number) + '\n';
+    }
+    for (unsigned terminal = 0; terminal < 1000; ++terminal) text += "AT " + hex(terminal) + "  Terminal\n";
+    return text;
+}
+
+TEST(IdsFile, FindsEveryMakerOfALongList) {
+    const std::string text = longList();
+    const MemoryAccess file(text);
+    IdsFile list(file);
+    for (unsigned maker = 0; maker < 0x1000; maker += 2) {
+        EXPECT_EQ("Maker " + hex(maker), list.name({hex(maker)}));
+        EXPECT_EQ("Device of " + hex(maker), list.name({hex(maker), "0002"}));
+    }
+}
+
+TEST(IdsFile, FindsEveryClassOfALongList) {
+    const std::string text = longList();
+    const MemoryAccess file(text);
+    IdsFile list(file);
+    for (unsigned number = 0; number < 20; ++number) {
+        EXPECT_EQ("Class " + hex(number), list.name({"C " + hex(number).substr(2)}));
+        EXPECT_EQ("Kind of " + hex(number), list.name({"C " + hex(number).substr(2), "00"}));
+    }
+}
+
+TEST(IdsFile, FindsNoMakerThatALongListLacks) {
+    const std::string text = longList();
+    const MemoryAccess file(text);
+    IdsFile list(file);
+    for (unsigned maker = 1; maker < 0x1010; maker += 2) EXPECT_EQ("", list.name({hex(maker)}));
 }
 
 TEST(IdsFile, BearsAFileThatBreaksOffAnywhere) {
     for (std::size_t size = 0; size <= kText.size(); ++size) {
         const MemoryAccess file(std::string_view(kText).substr(0, size));
         IdsFile list(file);
-        EXPECT_LE(list.name("8086", "10d3").size(), 15U);
+        EXPECT_LE(list.name({"8086", "10d3"}).size(), 15U);
     }
 }
 

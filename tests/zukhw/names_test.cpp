@@ -60,10 +60,10 @@ TEST(DeviceNames, ComeFromTheListsWithoutADatabase) {
 }
 
 std::string nameIn(std::string_view text, std::string_view key) {
-    return IdsFile(MemoryAccess(text)).name(key);
+    return IdsFile(MemoryAccess(text)).name({key});
 }
 std::string nameIn(std::string_view text, std::string_view key, std::string_view second) {
-    return IdsFile(MemoryAccess(text)).name(key, second);
+    return IdsFile(MemoryAccess(text)).name({key, second});
 }
 
 TEST(IdsFile, EndsAnywhere) {
