@@ -67,6 +67,27 @@ TEST(Memory, TakesTheStateOfBlocksWithoutTheOtherFile) {
     EXPECT_EQ("134217728", collectOne(machine, "Memory").at("InstalledBytes"));
 }
 
+// Pages of 4 KB, 32768 to a block; the firmware keeps a few of the last block's for itself.
+std::string threeBlocks(const std::string& presentPages) {
+    return "sys/devices/system/memory/block_size_bytes: 8000000\n"
+           "sys/devices/system/memory/memory0/online: 1\n"
+           "sys/devices/system/memory/memory1/online: 1\n"
+           "sys/devices/system/memory/memory2/valid_zones: none\n"
+           "proc/self/smaps:\n\tKernelPageSize: 4 kB\n"
+           "proc/zoneinfo:\n\tNode 0, zone DMA\n\t        present  " +
+           presentPages + "\n\tNode 0, zone Normal\n\t        spanned  999999\n\t        present  32768\n";
+}
+
+TEST(Memory, TakesAllBlocksForOnlineWhenTheZonesNeedThem) {
+    TestMachine machine(threeBlocks("32769"));
+    EXPECT_EQ("402653184", collectOne(machine, "Memory").at("InstalledBytes"));
+}
+
+TEST(Memory, AsksEachBlockWhenTheZonesNeedFewer) {
+    TestMachine machine(threeBlocks("32768"));
+    EXPECT_EQ("268435456", collectOne(machine, "Memory").at("InstalledBytes"));
+}
+
 TEST(Memory, DoesNotBelieveModulesSmallerThanWhatTheKernelHas) {
     TestMachine machine(table(array(1, 3, kCapacity8G) + device(1, kGibibyte)) + kTwoBlocks +
                         "proc/meminfo:\n\tMemTotal: 2000000 kB\n");

@@ -28,15 +28,41 @@ bool isOnline(Machine& machine, const std::string& block) {
     return online.empty() ? machine.text(block + "/state") == "online" : online == "1";
 }
 
-// The memory that the kernel manages, block by block; blocks can be taken offline.
-std::optional<std::uint64_t> onlineBlocksBytes(Machine& machine) {
-    const std::string directory = std::string(kBlocks) + '/';
-    const auto blockSize = machine.hexNumber(directory + "block_size_bytes");
-    if (!blockSize) return std::nullopt;
-    std::uint64_t online = 0;
+std::vector<std::string> memoryBlocks(Machine& machine) {
+    std::vector<std::string> blocks;
     for (const std::string& name : machine.list(kBlocks)) {
         const bool isBlock = startsWith(name, "memory") && parseDecimal(name.substr(6));
-        if (isBlock && isOnline(machine, directory + name)) ++online;
+        if (isBlock) blocks.push_back(std::string(kBlocks) + '/' + name);
+    }
+    return blocks;
+}
+
+// As many blocks are online as it takes to hold the pages of all zones, which lie in no other.
+std::uint64_t leastOnlineBlocks(Machine& machine, std::uint64_t blockSize) {
+    constexpr std::string_view kPresent = "present ";
+    const std::uint64_t pageSize = machine.shared<PageSize>().bytes().value_or(0);
+    if (pageSize == 0 || blockSize < pageSize) return 0;
+    const std::string zones = machine.read("proc/zoneinfo", Machine::kTable).value_or("");
+    std::uint64_t pages = 0;
+    for (const std::string_view whole : lines(zones)) {
+        const std::string_view line = trim(whole);
+        if (startsWith(line, kPresent)) pages += parseDecimal(line.substr(kPresent.size())).value_or(0);
+    }
+    const std::uint64_t pagesPerBlock = blockSize / pageSize;
+    return pages / pagesPerBlock + (pages % pagesPerBlock == 0 ? 0 : 1);
+}
+
+// The memory that the kernel manages, block by block. There can be hundreds: they are asked one by one only
+// when some may be offline.
+std::optional<std::uint64_t> onlineBlocksBytes(Machine& machine) {
+    const auto blockSize = machine.hexNumber(std::string(kBlocks) + "/block_size_bytes");
+    if (!blockSize) return std::nullopt;
+    const std::vector<std::string> blocks = memoryBlocks(machine);
+    std::uint64_t online = blocks.size();
+    if (leastOnlineBlocks(machine, *blockSize) < blocks.size()) {
+        online = static_cast<std::uint64_t>(
+            std::count_if(blocks.begin(), blocks.end(),
+                          [&](const std::string& block) { return isOnline(machine, block); }));
     }
     if (online == 0 || *blockSize > UINT64_MAX / online) return std::nullopt;
     return online * *blockSize;
