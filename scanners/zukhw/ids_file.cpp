@@ -8,6 +8,7 @@ namespace {
 
 constexpr std::string_view kGap = "  ";  // between a number and its name
 constexpr std::uint64_t kPiece = std::uint64_t{4} * 1024;
+constexpr std::uint64_t kLongestPiece = std::uint64_t{64} * 1024;
 constexpr std::size_t kKey = 15;  // more than the longest that is asked for, with tabs and gap
 
 bool isHexDigit(char c) {
@@ -42,14 +43,18 @@ bool IdsFile::readPiece(std::uint64_t offset, std::uint64_t length) {
     return file_.read(offset, static_cast<std::size_t>(std::min(length, file_.size() - offset)), &piece_);
 }
 
+// In pieces that become longer: the largest makers' parts have hundreds of kilobytes.
 IdsFile::Line IdsFile::searchBehind(std::uint64_t from, std::uint64_t end, std::size_t depth) {
-    for (std::uint64_t at = from; at < end && readPiece(at, kPiece + kKey); at += kPiece) {
+    std::uint64_t length = kPiece;
+    for (std::uint64_t at = from; at < end && readPiece(at, length + kKey);) {
         const std::string_view piece(piece_);
-        for (std::size_t lineEnd = piece.find('\n'); lineEnd < kPiece;
+        for (std::size_t lineEnd = piece.find('\n'); lineEnd < length;
              lineEnd = piece.find('\n', lineEnd + 1)) {
             const std::string_view line = piece.substr(lineEnd + 1);
             if (beginsLine(line, depth)) return {at + lineEnd + 1, std::string(line.substr(depth, kKey))};
         }
+        at += length;
+        length = std::min(2 * length, kLongestPiece);
     }
     return {file_.size(), ""};
 }
@@ -66,7 +71,7 @@ const IdsFile::Line& IdsFile::lineBehind(std::uint64_t from, std::size_t depth) 
 }
 
 // That line of `lines` with the lines below it; empty when there is none.
-IdsFile::Lines IdsFile::find(Lines lines, std::size_t depth, std::string_view key) {
+IdsFile::Entry IdsFile::find(Lines lines, std::size_t depth, std::string_view key) {
     std::uint64_t low = lines.begin, high = lines.end;  // it begins between them
     while (high - low > kPiece) {
         const std::uint64_t middle = low + (high - low) / 2;
@@ -77,24 +82,27 @@ IdsFile::Lines IdsFile::find(Lines lines, std::size_t depth, std::string_view ke
             low = line.begin;
         }
     }
-    if (low == high || !readPiece(low, high - low + kKey)) return {};
+    if (low == high || !readPiece(low, high - low + kPiece)) return {};
     piece_.insert(0, 1, '\n');
     const std::string head = '\n' + std::string(depth, '\t').append(key).append(kGap);
     const std::size_t at = piece_.find(head);
     const std::uint64_t begin = low + at;
     if (at == std::string::npos || begin >= high) return {};
-    return {begin, std::min(lineBehind(begin, depth).begin, lines.end)};
+    const std::string_view rest = std::string_view(piece_).substr(at + head.size());
+    std::string name(trim(rest.substr(0, rest.find('\n'))));
+    return {{begin, std::min(lineBehind(begin, depth).begin, lines.end)}, std::move(name)};
 }
 
 std::string IdsFile::name(std::initializer_list<std::string_view> keys) {
-    Lines lines{0, file_.size()};
-    std::size_t depth = 0, head = 0;  // head: the tabs and the number before the name
+    Entry entry{{0, file_.size()}, ""};
+    std::size_t depth = 0;
+    std::string path;
     for (const std::string_view key : keys) {
-        head = depth + key.size();
-        lines = find(lines, depth++, key);
+        path.append(1, '\n').append(key);
+        auto known = found_.find(path);
+        if (known == found_.end()) known = found_.emplace(path, find(entry.lines, depth, key)).first;
+        entry = known->second;
+        ++depth;
     }
-    if (lines.begin == lines.end || !readPiece(lines.begin, std::min(kPiece, lines.end - lines.begin)))
-        return "";
-    const std::string_view line = std::string_view(piece_).substr(0, piece_.find('\n'));
-    return std::string(trim(line.substr(head)));
+    return entry.name;
 }

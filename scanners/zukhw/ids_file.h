@@ -31,14 +31,21 @@ class IdsFile {
     struct Lines {
         std::uint64_t begin = 0, end = 0;
     };
+    // A line, with the lines below it, and the name that it has.
+    struct Entry {
+        Lines lines;
+        std::string name;
+    };
 
     bool readPiece(std::uint64_t offset, std::uint64_t length);
     Line searchBehind(std::uint64_t from, std::uint64_t end, std::size_t depth);
     const Line& lineBehind(std::uint64_t from, std::size_t depth);
-    Lines find(Lines lines, std::size_t depth, std::string_view key);
+    Entry find(Lines lines, std::size_t depth, std::string_view key);
 
     const RandomAccess& file_;
     std::string piece_;  // what was read last, kept for its memory
     // The first lines of a depth behind the places that were looked at.
     std::map<std::pair<std::size_t, std::uint64_t>, Line> seen_;
+    // What was asked for, by its keys, or its lack: most devices of a machine have a few makers.
+    std::map<std::string, Entry> found_;
 };

@@ -102,6 +102,39 @@ TEST(IdsFile, FindsNoMakerThatALongListLacks) {
     for (unsigned maker = 1; maker < 0x1010; maker += 2) EXPECT_EQ("", list.name({hex(maker)}));
 }
 
+// Counts how often it is read.
+class CountedAccess final : public RandomAccess {
+  public:
+    explicit CountedAccess(std::string_view bytes) : access_(bytes) {}
+
+    std::uint64_t size() const override { return access_.size(); }
+    bool read(std::uint64_t offset, std::size_t length, std::string* piece) const override {
+        ++reads;
+        return access_.read(offset, length, piece);
+    }
+
+    mutable std::size_t reads = 0;
+
+  private:
+    MemoryAccess access_;
+};
+
+TEST(IdsFile, ReadsNothingForWhatItFoundBefore) {
+    const CountedAccess file(kText);
+    IdsFile list(file);
+    const std::string name = list.name({"8086", "10d3"});
+    const std::size_t reads = file.reads;
+    EXPECT_EQ(name, list.name({"8086", "10d3"}));
+    EXPECT_EQ(reads, file.reads);
+}
+
+TEST(IdsFile, ReadsALargePartInFewPieces) {
+    const std::string text = "8086  Intel Corporation\n" + std::string(1000000, '\t') + "\n8087  Other\n";
+    const CountedAccess file(text);
+    EXPECT_EQ("Other", IdsFile(file).name({"8087"}));
+    EXPECT_LT(file.reads, 100U);
+}
+
 TEST(IdsFile, BearsAFileThatBreaksOffAnywhere) {
     for (std::size_t size = 0; size <= kText.size(); ++size) {
         const MemoryAccess file(std::string_view(kText).substr(0, size));
