@@ -49,6 +49,17 @@ TEST(SerialPort, LeavesOutPortsWithoutHardware) {
     EXPECT_EQ("", collectXml(*machine, "SerialPort"));
 }
 
+TEST(SerialPort, AsksOneConsoleForAll) {
+    TestMachine machine(
+        "sys/class/tty/tty1 -> ../../devices/virtual/tty/tty1\n"
+        "sys/devices/virtual/tty/tty1/dev: 4:1\n"
+        "sys/class/tty/tty2/type: 4\n"
+        "sys/class/tty/tty2/port: 0x2F8\n"
+        "sys/class/tty/ttyS2/type: 4\n"
+        "sys/class/tty/ttyS2/port: 0x3E8\n");
+    EXPECT_EQ("ttyS2", collectOne(machine, "SerialPort").at("DeviceName"));
+}
+
 TEST(SerialPort, ReportsAUartOfAnotherFamily) {
     TestMachine machine(
         "sys/class/tty/ttyAMA0 -> ../../devices/platform/9000000.pl011/tty/ttyAMA0\n"

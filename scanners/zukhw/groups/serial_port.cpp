@@ -8,6 +8,7 @@
 #include "scanners/zukhw/group_writer.h"
 #include "scanners/zukhw/hex.h"
 #include "scanners/zukhw/machine.h"
+#include "scanners/zukhw/parse.h"
 #include "scanners/zukhw/smbios.h"
 #include "scanners/zukhw/text.h"
 #include "scanners/zukhw/usb_devices.h"
@@ -24,8 +25,9 @@ constexpr const char* kChips[] = {
 
 struct Port {
     std::string name;
-    std::string path;    // of its directory in the class
-    std::string device;  // the same, free of links
+    std::string path;        // of its directory in the class
+    std::string device;      // the same, free of links
+    bool isVirtual = false;  // there is no device
     std::uint64_t chip = 0;
     std::uint64_t ioPort = 0;
     std::uint64_t memory = 0;
@@ -34,6 +36,11 @@ struct Port {
     bool isRfcomm() const { return startsWith(name, "rfcomm"); }
     bool isUart() const { return chip != 0 && (ioPort != 0 || memory != 0); }
 };
+
+// "tty0" and so on. There are 64, and what holds for one holds for all: a single driver makes them.
+bool isConsole(std::string_view name) {
+    return startsWith(name, "tty") && parseDecimal(name.substr(3));
+}
 
 const char* kindOf(const Port& port) {
     if (port.isRfcomm()) return "Rfcomm";
@@ -46,8 +53,8 @@ Port readPort(Machine& machine, const std::string& name) {
     port.name = name;
     port.path = std::string(kDirectory) + '/' + name;
     const std::string target = machine.link(port.path);
-    // Virtual terminals are many, and have no port.
-    if (target.find("/virtual/") != std::string::npos && !port.isRfcomm()) return port;
+    port.isVirtual = target.find("/virtual/") != std::string::npos && !port.isRfcomm();
+    if (port.isVirtual) return port;
     port.device = machine.resolve(port.path);
     // A copy may have a plain directory there, with the link to the device in it.
     if (port.device == port.path) port.device = machine.resolve(port.path + "/device");
@@ -149,8 +156,11 @@ void collectSerialPort(Machine& machine, GroupWriter& out) {
     const std::string active = machine.text(std::string(kDirectory) + "/console/active");
     const std::vector<std::string_view> consoles = words(active);
     bool any = false;
+    bool consolesAreVirtual = false;
     for (const std::string& name : machine.list(kDirectory)) {
+        if (consolesAreVirtual && isConsole(name)) continue;
         const Port port = readPort(machine, name);
+        if (port.isVirtual && isConsole(name)) consolesAreVirtual = true;
         if (!port.isUart() && !port.isUsb() && !port.isRfcomm()) continue;
         any = true;
         out.beginInstance();
