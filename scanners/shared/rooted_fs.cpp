@@ -228,8 +228,10 @@ ReadStatus RootedFs::read(std::string_view path, std::string* data, std::size_t 
     std::array<char, kFirstRead> first;
     ssize_t count = readSome(fd.get(), first.data(), first.size());
     if (count > 0) data->assign(first.data(), static_cast<std::size_t>(count));
-    // Only /proc gives less than a page before the end: elsewhere that saves the read that finds the end.
-    const bool mayBeShort = startsWith(relative(path), "proc/");
+    // Less than a page is the end of every file but those of /proc, and there of settings: that saves the
+    // read that finds the end.
+    const std::string name = relative(path);
+    const bool mayBeShort = startsWith(name, "proc/") && !startsWith(name, "proc/sys/");
     const auto isFull = [](ssize_t read) { return read >= static_cast<ssize_t>(kFirstRead); };
     const std::size_t expected = isFull(count) ? sizeOf(fd.get()) : 0;
     data->reserve(std::min(expected, limit));
