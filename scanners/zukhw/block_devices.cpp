@@ -1,6 +1,7 @@
 #include "scanners/zukhw/block_devices.h"
 
 #include <algorithm>
+#include <map>
 #include <set>
 
 #include "scanners/zukhw/device_path.h"
@@ -23,9 +24,7 @@ std::string mappedBlock(Machine& machine, std::string_view name) {
     return "";
 }
 
-}  // namespace
-
-std::vector<std::string> blockNames(Machine& machine) {
+std::vector<std::string> readNames(Machine& machine) {
     std::vector<std::string> names = machine.list("sys/class/block");
     if (!names.empty()) return names;
     // Copies may lack the class; the numbers lead to partitions as well.
@@ -38,19 +37,7 @@ std::vector<std::string> blockNames(Machine& machine) {
     return names;
 }
 
-std::string blockNameOf(Machine& machine, const std::string& device) {
-    return machine.linkName(kNumbers + device);
-}
-
-std::string blockNameOfNode(Machine& machine, std::string_view node) {
-    if (startsWith(node, kMapper)) return mappedBlock(machine, node.substr(kMapper.size()));
-    if (!startsWith(node, kNodes)) return "";
-    std::string name(node.substr(kNodes.size()));
-    std::replace(name.begin(), name.end(), '/', '!');  // cciss/c0d0 is a name with a slash to devices only
-    return blockPath(machine, name).empty() ? "" : name;
-}
-
-std::string blockPath(Machine& machine, const std::string& name) {
+std::string findPath(Machine& machine, const std::string& name) {
     if (name.empty() || name == "." || name == ".." || name.find('/') != std::string::npos) return "";
     std::string path = machine.resolve("sys/class/block/" + name);
     if (!path.empty()) return path;
@@ -66,11 +53,64 @@ std::string blockPath(Machine& machine, const std::string& name) {
     return "";
 }
 
-std::vector<std::string> blockParents(Machine& machine, const std::string& name) {
+std::vector<std::string> findParents(Machine& machine, const std::string& name) {
     const std::string path = blockPath(machine, name);
     if (path.empty()) return {};
-    if (machine.exists(path + "/partition")) return {std::string(baseName(parentPath(path)))};
+    if (isPartition(machine, name)) return {std::string(baseName(parentPath(path)))};
     return machine.list(path + "/slaves");
+}
+
+struct Names {
+    explicit Names(Machine& machine) : all(readNames(machine)) {}
+
+    std::vector<std::string> all;
+};
+
+// What was found by a device's name: several groups ask for the same, and layers have layers in common.
+struct Known {
+    explicit Known(Machine&) {}
+
+    std::map<std::string, std::string> paths;
+    std::map<std::string, bool> partitions;
+    std::map<std::string, std::vector<std::string>> parents;
+};
+
+template <typename Value, typename Find>
+Value remembered(std::map<std::string, Value>* known, const std::string& name, Find find) {
+    const auto place = known->find(name);
+    return place != known->end() ? place->second : known->emplace(name, find()).first->second;
+}
+
+}  // namespace
+
+std::vector<std::string> blockNames(Machine& machine) {
+    return machine.shared<Names>().all;
+}
+
+std::string blockNameOf(Machine& machine, const std::string& device) {
+    return machine.linkName(kNumbers + device);
+}
+
+std::string blockNameOfNode(Machine& machine, std::string_view node) {
+    if (startsWith(node, kMapper)) return mappedBlock(machine, node.substr(kMapper.size()));
+    if (!startsWith(node, kNodes)) return "";
+    std::string name(node.substr(kNodes.size()));
+    std::replace(name.begin(), name.end(), '/', '!');  // cciss/c0d0 is a name with a slash to devices only
+    return blockPath(machine, name).empty() ? "" : name;
+}
+
+std::string blockPath(Machine& machine, const std::string& name) {
+    return remembered(&machine.shared<Known>().paths, name, [&] { return findPath(machine, name); });
+}
+
+bool isPartition(Machine& machine, const std::string& name) {
+    const std::string path = blockPath(machine, name);
+    return !path.empty() && remembered(&machine.shared<Known>().partitions, name,
+                                       [&] { return machine.exists(path + "/partition"); });
+}
+
+std::vector<std::string> blockParents(Machine& machine, const std::string& name) {
+    return remembered(&machine.shared<Known>().parents, name, [&] { return findParents(machine, name); });
 }
 
 std::vector<std::string> blockLayers(Machine& machine, const std::string& name) {

@@ -20,6 +20,9 @@ std::string blockNameOfNode(Machine& machine, std::string_view node);
 // Its directory free of links ("sys/devices/.../sda/sda1"), or empty.
 std::string blockPath(Machine& machine, const std::string& name);
 
+// Whether it is a part of another that a partition table tells of.
+bool isPartition(Machine& machine, const std::string& name);
+
 // The devices right below: the disk of a partition, the parts of a mapped device or an array.
 std::vector<std::string> blockParents(Machine& machine, const std::string& name);
 

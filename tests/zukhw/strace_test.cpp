@@ -52,6 +52,16 @@ TEST_F(LiveScan, IsSeen) {
     EXPECT_EQ(1, std::count_if(calls->begin(), calls->end(), opensCpus));
 }
 
+TEST_F(LiveScan, FindsEachBlockDeviceOnce) {
+    SKIP_WITHOUT_TRACE(calls);
+    std::set<std::string> found;
+    for (const SystemCall& call : named(*calls, {"readlinkat"})) {
+        const std::string path = call.text();
+        const bool isBlock = startsWith(path, "sys/class/block/");
+        EXPECT_TRUE(!isBlock || found.insert(path).second) << path;
+    }
+}
+
 TEST_F(LiveScan, StartsNoProcess) {
     SKIP_WITHOUT_TRACE(calls);
     const Calls started = named(*calls, {"execve", "execveat", "fork", "vfork", "clone", "clone3"});

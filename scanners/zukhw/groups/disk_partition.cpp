@@ -80,8 +80,8 @@ void writePartition(Machine& machine, const std::string& name, const std::string
 
 void collectDiskPartition(Machine& machine, GroupWriter& out) {
     for (const std::string& name : blockNames(machine)) {
+        if (!isPartition(machine, name)) continue;
         const std::string path = blockPath(machine, name);
-        if (path.empty()) continue;
         const auto number = machine.number(path + "/partition");
         if (number) writePartition(machine, name, path, *number, out);
     }

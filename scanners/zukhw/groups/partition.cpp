@@ -117,7 +117,7 @@ std::vector<Volume> readVolumes(Machine& machine) {
         volume.path = blockPath(machine, name);
         if (volume.path.empty()) continue;
         volume.sectors = machine.number(volume.path + "/size").value_or(0);
-        volume.isPartition = machine.exists(volume.path + "/partition");
+        volume.isPartition = isPartition(machine, name);
         if (startsWith(name, "dm-")) {
             volume.mappedName = machine.text(volume.path + "/dm/name");
             volume.mappedUuid = machine.text(volume.path + "/dm/uuid");
