@@ -1,6 +1,7 @@
 #include "scanners/zukhw/home_directory.h"
 
 #include <algorithm>
+#include <map>
 #include <string>
 
 #include "scanners/zukhw/file_system_kinds.h"
@@ -23,13 +24,14 @@ bool mayHang(Machine& machine, const std::string& path) {
 
 }  // namespace
 
-std::vector<const Account*> usersWithLocalHome(Machine& machine) {
-    std::vector<const Account*> users;
+LocalUsers::LocalUsers(Machine& machine) {
+    std::map<std::string_view, bool> homes;  // those of services are often the same, or not there
     for (const Account& user : machine.shared<Accounts>().users()) {
-        const bool hasHome = user.home.size() > 1 && user.home.front() == '/';
-        if (hasHome && !mayHang(machine, user.home)) users.push_back(&user);
+        if (user.home.size() <= 1 || user.home.front() != '/') continue;
+        const auto [home, isNew] = homes.emplace(user.home, false);
+        if (isNew) home->second = !mayHang(machine, user.home) && machine.exists(user.home.substr(1));
+        if (home->second) all.push_back(&user);
     }
-    std::stable_sort(users.begin(), users.end(),
+    std::stable_sort(all.begin(), all.end(),
                      [](const Account* a, const Account* b) { return naturalLess(a->name, b->name); });
-    return users;
 }

@@ -133,7 +133,7 @@ void readMachines(Machine& machine, const std::string& directory, std::vector<Gu
 std::vector<Guest> readVirtualBoxGuests(Machine& machine) {
     std::vector<Guest> guests;
     std::set<std::string> homes;
-    for (const Account* user : usersWithLocalHome(machine)) {
+    for (const Account* user : machine.shared<LocalUsers>().all) {
         if (!homes.insert(user->home).second) continue;
         const std::string home = user->home.substr(1);
         readMachines(machine, home + "/.config/VirtualBox/", &guests);

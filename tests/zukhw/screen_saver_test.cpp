@@ -76,6 +76,15 @@ TEST(ScreenSaverInfo, ComesByUser) {
               savers[2]);
 }
 
+TEST(ScreenSaverInfo, ComesForEachUserOfAHome) {
+    TestMachine machine(
+        "etc/passwd:\n\troot:x:0:0::/root:/bin/sh\n\ttoor:x:0:0::/root:/bin/sh\n"
+        "root/.xscreensaver: mode: off\n");
+    const std::vector<Fields> savers = collectInstances(*machine, "ScreenSaverInfo");
+    ASSERT_EQ(2U, savers.size());
+    EXPECT_EQ("toor", savers[1].at("UserName"));
+}
+
 TEST(ScreenSaverInfo, LeavesHomesOnTheNetworkAlone) {
     TestMachine machine(kUsers +
                         "home/bob/.xscreensaver: mode: off\n"

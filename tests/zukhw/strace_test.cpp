@@ -62,6 +62,13 @@ TEST_F(LiveScan, FindsEachBlockDeviceOnce) {
     }
 }
 
+TEST_F(LiveScan, LooksIntoNoHomeThatThereIsNot) {
+    SKIP_WITHOUT_TRACE(calls);
+    const std::string missing = "nonexistent/";  // the home of users who have none, on many systems
+    if (std::filesystem::exists('/' + missing)) GTEST_SKIP() << '/' << missing << " exists";
+    for (const SystemCall& call : *calls) EXPECT_FALSE(startsWith(call.text(), missing)) << call.arguments;
+}
+
 TEST_F(LiveScan, StartsNoProcess) {
     SKIP_WITHOUT_TRACE(calls);
     const Calls started = named(*calls, {"execve", "execveat", "fork", "vfork", "clone", "clone3"});

@@ -44,5 +44,5 @@ void writeUser(Machine& machine, const Account& user, GroupWriter& out) {
 void collectScreenSaverInfo(Machine& machine, GroupWriter& out) {
     const auto idle = parseLogindIdle(machine.text(kLogind));
     if (idle) writeSettings("*", *idle, kLogind, out);
-    for (const Account* user : usersWithLocalHome(machine)) writeUser(machine, *user, out);
+    for (const Account* user : machine.shared<LocalUsers>().all) writeUser(machine, *user, out);
 }
