@@ -4,6 +4,7 @@
 
 #include "scanners/zukhw/cpu_info.h"
 #include "scanners/zukhw/machine.h"
+#include "scanners/zukhw/numa_nodes.h"
 #include "scanners/zukhw/parse.h"
 #include "scanners/zukhw/text.h"
 
@@ -173,7 +174,7 @@ std::optional<std::size_t> CpuTopology::readCache(Machine& machine, const std::s
 
 void CpuTopology::readNodes(Machine& machine) {
     std::map<unsigned, unsigned> nodeOf;
-    for (const std::string& name : machine.list(kNodes)) {
+    for (const std::string& name : machine.shared<NumaNodes>().names) {
         const auto node = numberAfter(name, "node");
         if (!node) continue;
         const std::string path = std::string(kNodes) + '/' + name;

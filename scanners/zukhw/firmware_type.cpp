@@ -12,12 +12,14 @@ bool isX86(const std::string& architecture) {
     return is32 || architecture == "x86_64";
 }
 
-}  // namespace
-
-std::string_view firmwareType(Machine& machine) {
+std::string_view findType(Machine& machine) {
     if (machine.exists("sys/firmware/efi")) return "UEFI";
     if (!deviceTreeRoot(machine).empty()) return "DeviceTree";
     // Containers hide the directory's entries, so that an empty one tells nothing.
     if (!isX86(machine.shared<Architecture>().name()) || machine.list("sys/firmware").empty()) return "";
     return "BIOS";
 }
+
+}  // namespace
+
+FirmwareType::FirmwareType(Machine& machine) : name(findType(machine)) {}

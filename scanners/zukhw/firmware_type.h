@@ -4,5 +4,9 @@
 
 class Machine;
 
-// What started the system: "UEFI", "DeviceTree" or "BIOS"; empty when nothing tells.
-std::string_view firmwareType(Machine& machine);
+// What started the system; machine.shared<FirmwareType>().
+struct FirmwareType {
+    explicit FirmwareType(Machine& machine);
+
+    std::string_view name;  // "UEFI", "DeviceTree" or "BIOS"; empty when nothing tells
+};

@@ -1,16 +1,15 @@
 #include "scanners/zukhw/numa_nodes.h"
 
-#include <algorithm>
-
 #include "scanners/zukhw/machine.h"
 #include "scanners/zukhw/parse.h"
 #include "scanners/zukhw/text.h"
 
 NumaNodes::NumaNodes(Machine& machine) {
-    const std::vector<std::string> names = machine.list("sys/devices/system/node");
-    const auto isNode = [](const std::string& name) {
-        return startsWith(name, "node") && parseDecimal(name.substr(4));
-    };
-    const auto nodes = std::count_if(names.begin(), names.end(), isNode);
-    if (nodes != 0) count = static_cast<std::size_t>(nodes);
+    for (const std::string& name : machine.list("sys/devices/system/node")) {
+        if (startsWith(name, "node") && parseDecimal(name.substr(4))) names.push_back(name);
+    }
+}
+
+std::optional<std::size_t> NumaNodes::count() const {
+    return names.empty() ? std::nullopt : std::optional(names.size());
 }

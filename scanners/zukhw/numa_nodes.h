@@ -2,12 +2,17 @@
 
 #include <cstddef>
 #include <optional>
+#include <string>
+#include <vector>
 
 class Machine;
 
-// How many NUMA nodes there are; machine.shared<NumaNodes>(). No value on kernels without NUMA.
+// The NUMA nodes; machine.shared<NumaNodes>().
 struct NumaNodes {
     explicit NumaNodes(Machine& machine);
 
-    std::optional<std::size_t> count;
+    // No value on kernels without NUMA.
+    std::optional<std::size_t> count() const;
+
+    std::vector<std::string> names;  // "node0", in natural order
 };

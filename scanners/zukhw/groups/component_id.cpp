@@ -56,7 +56,7 @@ void collectComponentID(Machine& machine, GroupWriter& out) {
     writeAssetTag(smbios, out);
     writeBoard(smbios, out);
     out.hardware("ChassisSerialNumber", smbios.string(kChassis, 0x07));
-    out.text("FirmwareType", firmwareType(machine));
+    out.text("FirmwareType", machine.shared<FirmwareType>().name);
     out.text("MachineId", host.machineId);
     out.text("HostId", machine.shared<HostId>().text());
     out.text("HostName", host.name);

@@ -191,7 +191,7 @@ void collectMemory(Machine& machine, GroupWriter& out) {
     writeUse(meminfo, out);
     out.list("SwapDevices", machine.shared<Swaps>().paths());
     writeSlots(memory, out);
-    out.number("NumaNodes", machine.shared<NumaNodes>().count);
+    out.number("NumaNodes", machine.shared<NumaNodes>().count());
     out.number("PageSizeBytes", machine.shared<PageSize>().bytes());
     out.number("HugePageSizeBytes", meminfo.bytes("Hugepagesize"));
     out.number("HugePagesTotal", meminfo.count("HugePages_Total"));

@@ -38,7 +38,9 @@ struct Adapter {
 
 Adapter readAdapter(Machine& machine, const NetInterface& interface) {
     const std::string path = "sys/class/net/" + interface.name;
-    return {interface, path, machine.list(path), machine.resolve(path + "/device")};
+    Adapter adapter{interface, path, machine.list(path), ""};
+    if (adapter.has("device")) adapter.device = machine.resolve(path + "/device");
+    return adapter;
 }
 
 std::string colonHex(std::string_view bytes) {

@@ -53,8 +53,9 @@ void writeFirmware(Machine& machine, const Smbios& smbios, GroupWriter& out) {
     out.text("BiosDate", isoDate(smbios.string(kFirmware, 0x08)));
     out.text("BiosRelease", facts.biosRelease());
     out.text("EmbeddedControllerRelease", facts.controllerRelease());
-    out.text("FirmwareType", firmwareType(machine));
-    if (!machine.exists("sys/firmware/efi")) return;
+    const std::string_view type = machine.shared<FirmwareType>().name;
+    out.text("FirmwareType", type);
+    if (type != "UEFI") return;
     out.boolean("SecureBoot", efiFlag(machine, "SecureBoot"));
     out.boolean("SetupMode", efiFlag(machine, "SetupMode"));
     out.number("FirmwareBits", machine.number("sys/firmware/efi/fw_platform_size"));
@@ -169,6 +170,6 @@ void collectPCSystemParams(Machine& machine, GroupWriter& out) {
     out.list("SoundDevices", soundDevices(machine));
     out.list("Watchdog", watchdogs(machine));
     if (const SmbiosStructure* ipmi = smbios.first(kIpmi)) out.text("Ipmi", ipmiSpecification(*ipmi));
-    out.number("NumaNodes", machine.shared<NumaNodes>().count);
+    out.number("NumaNodes", machine.shared<NumaNodes>().count());
     out.text("KernelLockdown", kernelLockdown(machine));
 }
