@@ -155,6 +155,7 @@ int RootedFs::openResolved(const std::string& path, int flags) const {
 std::optional<std::string> RootedFs::resolve(std::string_view path) const {
     std::string resolved;
     std::string pending = relative(path);
+    std::size_t behindLink = pending.size();  // how much of it stands behind the text of a kernel's link
     int links = 0;
     while (!pending.empty()) {
         const std::size_t slash = pending.find('/');
@@ -169,11 +170,13 @@ std::optional<std::string> RootedFs::resolve(std::string_view path) const {
         std::string next = resolved;
         if (!next.empty()) next += '/';
         next += name;
+        // The kernel's links lead to their places by way of no others.
+        if (pending.size() > behindLink) plainPlaces_.insert(next);
         if (plainPlaces_.count(next) != 0) {
             resolved = next;
             continue;
         }
-        std::array<char, 4096> target{};
+        std::array<char, 4096> target;
         const ssize_t length = ::readlinkat(root_.get(), next.c_str(), target.data(), target.size());
         if (length < 0) {
             if (errno != EINVAL) return std::nullopt;  // EINVAL: there, and not a link
@@ -184,7 +187,9 @@ std::optional<std::string> RootedFs::resolve(std::string_view path) const {
         if (++links > kMaxLinks) return std::nullopt;
         const std::string_view text(target.data(), static_cast<std::size_t>(length));
         if (startsWith(text, "/")) resolved.clear();
+        const std::size_t rest = pending.size();
         pending.insert(0, 1, '/').insert(0, text);
+        behindLink = live_ && startsWith(next, "sys/") ? rest : pending.size();
     }
     return resolved;
 }
