@@ -4,6 +4,8 @@
 #include <sys/stat.h>
 
 #include <algorithm>
+#include <filesystem>
+#include <set>
 
 #include "tests/support/temporary_folder.h"
 #include "tests/zukhw/machine_tree.h"
@@ -157,6 +159,37 @@ TEST(RootedFs, ReadsTheLiveMachine) {
     EXPECT_TRUE(fs.live());
     EXPECT_EQ(ReadStatus::Ok, fs.read("proc/self/mountinfo", &data, std::size_t{64} * 1024 * 1024));
     EXPECT_NE("", data);
+}
+
+TEST(RootedFs, ResolvesTheKernelsLinksAsTheSystemDoes) {
+    const RootedFs fs = RootedFs::ofLiveMachine();
+    for (const char* directory :
+         {"sys/class/net", "sys/class/block", "sys/class/tty", "sys/bus/pci/devices"}) {
+        std::vector<std::string> names;
+        fs.list(directory, &names);
+        for (const std::string& name : names) {
+            for (const std::string& path : {std::string(directory) + '/' + name,
+                                            std::string(directory) + '/' + name + "/device/subsystem"}) {
+                std::error_code missing;
+                const std::string place = std::filesystem::canonical('/' + path, missing).string();
+                EXPECT_EQ(missing ? "" : place.substr(1), fs.resolve(path).value_or("")) << path;
+            }
+        }
+    }
+}
+
+TEST(RootedFs, ListsTheKernelsDirectoriesWhole) {
+    const RootedFs fs = RootedFs::ofLiveMachine();
+    for (const std::string directory :
+         {"sys/class", "sys/class/tty", "sys/devices/system/cpu", "proc/sys/vm"}) {
+        std::set<std::string> expected;
+        std::error_code missing;
+        for (const auto& entry : std::filesystem::directory_iterator('/' + directory, missing))
+            expected.insert(entry.path().filename().string());
+        std::vector<std::string> names;
+        fs.list(directory, &names);
+        EXPECT_EQ(expected, std::set<std::string>(names.begin(), names.end())) << directory;
+    }
 }
 
 // Listing a directory, or staying in it, only changes from where the system looks paths up.
