@@ -57,11 +57,16 @@ std::optional<std::uint64_t> Machine::hexNumber(std::string_view path) {
     return parseHex(text(path));
 }
 
-std::vector<std::string> Machine::list(std::string_view path, std::vector<std::string>* links) {
+std::vector<std::string> Machine::list(std::string_view path) {
+    std::vector<std::string> names = listUnordered(path);
+    naturalSort(&names);
+    return names;
+}
+
+std::vector<std::string> Machine::listUnordered(std::string_view path, std::vector<std::string>* links) {
     deadline_.check();
     std::vector<std::string> names;
     count(files_.list(path, &names, links), path);
-    naturalSort(&names);
     return names;
 }
 

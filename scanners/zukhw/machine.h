@@ -45,9 +45,10 @@ class Machine {
     std::optional<std::uint64_t> number(std::string_view path);
     std::optional<std::int64_t> signedNumber(std::string_view path);
     std::optional<std::uint64_t> hexNumber(std::string_view path);
-    // The names in a directory in natural order; empty when it cannot be read. In *links, in no order, those
-    // that are symbolic links, or may be.
-    std::vector<std::string> list(std::string_view path, std::vector<std::string>* links = nullptr);
+    // The names in a directory in natural order; empty when it cannot be read.
+    std::vector<std::string> list(std::string_view path);
+    // The same in no order. In *links those that are symbolic links, or may be.
+    std::vector<std::string> listUnordered(std::string_view path, std::vector<std::string>* links = nullptr);
     bool exists(std::string_view path);
     std::optional<FileFacts> facts(std::string_view path, bool followLinks = true);
     // The path of what `path` leads to, free of links ("sys/devices/pci0000:00/..."); empty when nothing.

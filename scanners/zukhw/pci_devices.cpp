@@ -80,7 +80,7 @@ PciDevice readDevice(Machine& machine, const std::string& address) {
 }  // namespace
 
 PciDevices::PciDevices(Machine& machine) {
-    for (const std::string& name : machine.list(kDirectory)) {
+    for (const std::string& name : machine.listUnordered(kDirectory)) {
         if (isPciAddress(name)) devices_.push_back(readDevice(machine, name));
     }
     std::sort(devices_.begin(), devices_.end(), isBefore);

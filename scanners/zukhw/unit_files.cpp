@@ -58,12 +58,12 @@ bool isAlias(const std::string& name, const Found& found) {
 void readDirectory(Machine& machine, const std::string& directory, bool enabling, Units* units) {
     const std::string start = directory + '/';
     std::vector<std::string> links;
-    const std::vector<std::string> names = machine.list(directory, &links);
+    const std::vector<std::string> names = machine.listUnordered(directory, &links);
     std::sort(links.begin(), links.end());
     for (const std::string& name : names) {
         const std::string path = start + name;
         if (enabling && (endsWith(name, ".wants") || endsWith(name, ".requires"))) {
-            for (const std::string& wanted : machine.list(path)) {
+            for (const std::string& wanted : machine.listUnordered(path)) {
                 if (isService(wanted)) units->enabled.insert(wanted);
             }
         }

@@ -30,7 +30,7 @@ bool isOnline(Machine& machine, const std::string& block) {
 
 std::vector<std::string> memoryBlocks(Machine& machine) {
     std::vector<std::string> blocks;
-    for (const std::string& name : machine.list(kBlocks)) {
+    for (const std::string& name : machine.listUnordered(kBlocks)) {
         const bool isBlock = startsWith(name, "memory") && parseDecimal(name.substr(6));
         if (isBlock) blocks.push_back(std::string(kBlocks) + '/' + name);
     }

@@ -165,7 +165,7 @@ bool isMultipath(Machine& machine, const Disk& disk) {
 }
 
 std::size_t partitionCount(Machine& machine, const Disk& disk) {
-    const std::vector<std::string> names = machine.list(disk.path);
+    const std::vector<std::string> names = machine.listUnordered(disk.path);
     return static_cast<std::size_t>(std::count_if(names.begin(), names.end(), [&](const std::string& name) {
         return startsWith(name, disk.name) && machine.exists(disk.path + '/' + name + "/partition");
     }));
