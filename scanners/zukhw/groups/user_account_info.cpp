@@ -20,10 +20,12 @@ constexpr std::uint32_t kNobody = 65534;
 // The lowest number of a person's account.
 std::uint64_t lowestUserId(Machine& machine) {
     constexpr std::uint64_t kUsual = 1000;
+    constexpr std::string_view kSetting = "UID_MIN";
     const std::string text = machine.text("etc/login.defs");
     for (const std::string_view line : lines(text)) {
+        if (line.find(kSetting) == std::string_view::npos) continue;  // most are comments, in many words
         const std::vector<std::string_view> parts = words(line);
-        if (parts.size() >= 2 && parts[0] == "UID_MIN") return parseDecimal(parts[1]).value_or(kUsual);
+        if (parts.size() >= 2 && parts[0] == kSetting) return parseDecimal(parts[1]).value_or(kUsual);
     }
     return kUsual;
 }
