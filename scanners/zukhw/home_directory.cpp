@@ -16,7 +16,9 @@ namespace {
 bool mayHang(Machine& machine, const std::string& path) {
     const Mount* nearest = nullptr;
     for (const Mount& mount : machine.shared<Mountinfo>().mounts()) {
-        const bool above = mount.point == "/" || startsWith(path + '/', mount.point + '/');
+        const std::size_t end = mount.point.size();
+        const bool above =
+            mount.point == "/" || (startsWith(path, mount.point) && (path.size() == end || path[end] == '/'));
         if (above && (nearest == nullptr || mount.point.size() >= nearest->point.size())) nearest = &mount;
     }
     return nearest != nullptr && canHang(nearest->type);

@@ -24,15 +24,16 @@ constexpr char kBlocks[] = "sys/devices/system/memory";
 
 // Copies may have one of the two files alone.
 bool isOnline(Machine& machine, const std::string& block) {
-    const std::string online = machine.text(block + "/online");
-    return online.empty() ? machine.text(block + "/state") == "online" : online == "1";
+    const std::string path = std::string(kBlocks) + '/' + block;
+    const std::string online = machine.text(path + "/online");
+    return online.empty() ? machine.text(path + "/state") == "online" : online == "1";
 }
 
 std::vector<std::string> memoryBlocks(Machine& machine) {
     std::vector<std::string> blocks;
     for (const std::string& name : machine.listUnordered(kBlocks)) {
         const bool isBlock = startsWith(name, "memory") && parseDecimal(name.substr(6));
-        if (isBlock) blocks.push_back(std::string(kBlocks) + '/' + name);
+        if (isBlock) blocks.push_back(name);
     }
     return blocks;
 }
