@@ -14,20 +14,8 @@ std::size_t sizeOfElement(std::string_view name, std::string_view content) {
     return content.size() + 2 * name.size() + std::string_view("<></>").size();
 }
 
-// All that is written goes through here: room is made once for all parts of an element.
 void appendElement(std::string* out, std::string_view name, std::string_view content) {
-    const std::size_t begin = out->size();
-    out->resize(begin + sizeOfElement(name, content));
-    char* to = out->data() + begin;
-    const auto add = [&to](std::string_view part) { to += part.copy(to, part.size()); };
-    *to++ = '<';
-    add(name);
-    *to++ = '>';
-    add(content);
-    *to++ = '<';
-    *to++ = '/';
-    add(name);
-    *to = '>';
+    out->append("<").append(name).append(">").append(content).append("</").append(name).append(">");
 }
 
 }  // namespace
@@ -49,14 +37,27 @@ void GroupWriter::text(const char* field, std::string_view value) {
     }
 }
 
-void GroupWriter::escaped(const char* field, std::string_view text) {
+void GroupWriter::escaped(std::string_view field, std::string_view text) {
     escaped_.clear();
     appendXmlText(&escaped_, text);
     raw(field, escaped_);
 }
 
-void GroupWriter::raw(const char* field, std::string_view xmlSafe) {
-    appendElement(&instance_, field, xmlSafe);
+// All that is written goes through here: room is made once for all parts of an element.
+void GroupWriter::raw(std::string_view field, std::string_view xmlSafe) {
+    const std::size_t size = written_ + sizeOfElement(field, xmlSafe);
+    if (instance_.size() < size) instance_.resize(2 * size);
+    char* to = instance_.data() + written_;
+    const auto add = [&to](std::string_view part) { to += part.copy(to, part.size()); };
+    *to++ = '<';
+    add(field);
+    *to++ = '>';
+    add(xmlSafe);
+    *to++ = '<';
+    *to++ = '/';
+    add(field);
+    *to = '>';
+    written_ = size;
 }
 
 void GroupWriter::hardware(const char* field, std::string_view value) {
@@ -76,13 +77,14 @@ void GroupWriter::list(const char* field, const std::vector<std::string>& items)
 }
 
 void GroupWriter::finish() {
-    if (instance_.empty()) return;
-    const std::size_t size = sizeOfElement(group_, instance_);
+    if (written_ == 0) return;
+    const std::string_view fields = std::string_view(instance_).substr(0, written_);
+    const std::size_t size = sizeOfElement(group_, fields);
     if (blocks_.empty() || blocks_.back().size() + size > kBlock) {
         blocks_.emplace_back();
         if (instances_ != 0) blocks_.back().reserve(kBlock);  // many a group has one small instance
     }
-    appendElement(&blocks_.back(), group_, instance_);
+    appendElement(&blocks_.back(), group_, fields);
     ++instances_;
-    instance_.clear();
+    written_ = 0;
 }

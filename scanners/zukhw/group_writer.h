@@ -43,20 +43,23 @@ class GroupWriter {
     // Ends the last instance. Call once, after the collector returned.
     void finish();
     // Drops the instance that was begun and not ended, for a collector that was cut.
-    void dropUnfinished() { instance_.clear(); }
+    void dropUnfinished() { written_ = 0; }
 
     std::size_t instances() const { return instances_; }
     // The finished instances, in blocks, so that a long group is never copied as a whole.
     const std::vector<std::string>& blocks() const { return blocks_; }
 
   private:
-    void escaped(const char* field, std::string_view text);
-    void raw(const char* field, std::string_view xmlSafe);
+    void escaped(std::string_view field, std::string_view text);
+    void raw(std::string_view field, std::string_view xmlSafe);
 
     std::string_view group_;
     const Deadline& deadline_;
-    std::string instance_;  // the fields of the instance that is being written
-    std::string escaped_;   // the text of one, kept for its memory
+    // The fields of the instance that is being written; behind `written_` stands what is left of longer ones,
+    // since a string that grew by each field would be filled with NULs first.
+    std::string instance_;
+    std::size_t written_ = 0;
+    std::string escaped_;  // the text of one, kept for its memory
     std::size_t instances_ = 0;
     std::vector<std::string> blocks_;
 };
