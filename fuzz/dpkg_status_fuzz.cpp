@@ -14,6 +14,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
         }
         if (list.broken > 0 && list.firstBroken > size) std::abort();
     }
-    parseAptAutomatic(text);
+    std::vector<Package> packages = parseDpkgControl(text).packages;
+    markAutomatic(text, packages);
     return 0;
 }

@@ -1,7 +1,5 @@
-#include <algorithm>
 #include <string>
 #include <string_view>
-#include <utility>
 
 #include "scanners/shared/packages/dpkg.h"
 #include "scanners/shared/random_access.h"
@@ -76,20 +74,6 @@ class FileLists {
     std::string path_;  // kept for its memory
 };
 
-void markAutomatic(Machine& machine, std::vector<Package>* packages) {
-    const auto text = machine.read("var/lib/apt/extended_states", Machine::kTable);
-    const auto states = parseAptAutomatic(text ? *text : std::string_view());
-    for (Package& package : *packages) {
-        // Of packages for all architectures apt writes the machine's own.
-        const bool any = package.architecture == "all";
-        const std::string_view architecture = any ? std::string_view() : package.architecture;
-        const std::pair<std::string_view, std::string_view> state(package.name, architecture);
-        const auto found = std::lower_bound(states.begin(), states.end(), state);
-        package.automatic = found != states.end() && found->first == package.name &&
-                            (any || found->second == package.architecture);
-    }
-}
-
 }  // namespace
 
 std::vector<Package> readDpkgPackages(Machine& machine) {
@@ -99,6 +83,7 @@ std::vector<Package> readDpkgPackages(Machine& machine) {
     if (packages.empty()) return packages;
     FileLists lists(machine);
     for (Package& package : packages) package.installTime = lists.timeOf(package);
-    markAutomatic(machine, &packages);
+    const auto aptStates = machine.read("var/lib/apt/extended_states", Machine::kTable);
+    if (aptStates) markAutomatic(*aptStates, packages);
     return packages;
 }

@@ -141,14 +141,33 @@ TEST(DpkgControl, WhatIsListedWithoutStatusIsInstalled) {
     EXPECT_EQ(list.packages[0].state, PackageState::Installed);
 }
 
-TEST(AptAutomatic, OnlyThoseThatSayOneInOrder) {
-    const auto automatic = parseAptAutomatic(
-        "Package: c\nArchitecture: i386\nAuto-Installed: 1\n\nPackage: b\nArchitecture: "
-        "amd64\nAuto-Installed: 0\n"
-        "\nPackage: a\nArchitecture: amd64\nAuto-Installed: 1\n");
-    const std::vector<std::pair<std::string_view, std::string_view>> expected = {{"a", "amd64"},
-                                                                                 {"c", "i386"}};
-    EXPECT_EQ(automatic, expected);
+class AptStates : public testing::Test {
+  protected:
+    static bool marks(const std::string& architecture) {
+        std::vector<Package> packages(1);
+        packages[0].name = "a";
+        packages[0].architecture = architecture;
+        markAutomatic(
+            "Package: b\nArchitecture: armhf\nAuto-Installed: 1\n\n"
+            "Package: a\nArchitecture: amd64\nAuto-Installed: 0\n\n"
+            "Package: a\nArchitecture: i386\nAuto-Installed: 1\n",
+            packages);
+        return packages[0].automatic;
+    }
+};
+
+TEST_F(AptStates, MarkTheArchitectureThatSaysOne) {
+    EXPECT_TRUE(marks("i386"));
+}
+
+TEST_F(AptStates, MarkNoOtherArchitecture) {
+    EXPECT_FALSE(marks("amd64"));
+    EXPECT_FALSE(marks("armhf"));
+}
+
+// apt knows them by the machine's own architecture.
+TEST_F(AptStates, MarkPackagesForAllArchitectures) {
+    EXPECT_TRUE(marks("all"));
 }
 
 }  // namespace

@@ -1,7 +1,6 @@
 #pragma once
 
 #include <string_view>
-#include <utility>
 #include <vector>
 
 #include "scanners/shared/packages/package.h"
@@ -15,6 +14,5 @@ PackageList parseDpkgStatus(std::string_view text);
 // so there is no Status field and what is listed is installed.
 PackageList parseDpkgControl(std::string_view text);
 
-// Name and architecture of the packages that apt's extended_states calls automatically installed, in order.
-// They point into the text.
-std::vector<std::pair<std::string_view, std::string_view>> parseAptAutomatic(std::string_view text);
+// Marks those that apt's extended_states calls automatically installed.
+void markAutomatic(std::string_view aptStates, std::vector<Package>& packages);

@@ -32,13 +32,7 @@ void readParts(const RootedFs& fs, const std::string& directory, PackageDatabase
 
 void markAutomatic(const RootedFs& fs, std::vector<Package>& packages) {
     std::string text;
-    if (fs.read(kAptStates, &text, kMaxDatabaseFile) != ReadStatus::Ok) return;
-    const auto automatic = parseAptAutomatic(text);
-    if (automatic.empty()) return;
-    for (Package& package : packages) {
-        const std::pair<std::string_view, std::string_view> state(package.name, package.architecture);
-        package.automatic = std::binary_search(automatic.begin(), automatic.end(), state);
-    }
+    if (fs.read(kAptStates, &text, kMaxDatabaseFile) == ReadStatus::Ok) markAutomatic(text, packages);
 }
 
 // "info/libc6:amd64.list" is libc6's.
