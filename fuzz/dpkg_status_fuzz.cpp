@@ -14,7 +14,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
         }
         if (list.broken > 0 && list.firstBroken > size) std::abort();
     }
-    std::vector<Package> packages = parseDpkgControl(text).packages;
-    markAutomatic(text, packages);
+    const AutomaticPackages automatic(text);
+    for (const Package& package : parseDpkgControl(text).packages) automatic.contains(package);
     return 0;
 }

@@ -1,5 +1,4 @@
 #include <string>
-#include <string_view>
 
 #include "scanners/shared/packages/dpkg.h"
 #include "scanners/shared/random_access.h"
@@ -11,39 +10,6 @@
 namespace {
 
 constexpr char kDirectory[] = "var/lib/dpkg/";
-constexpr std::uint64_t kUsualParagraph = 800;  // bytes of the status file
-
-// offset: of the part of the file that gave the list.
-void takeInstalled(Machine& machine, const std::string& path, std::size_t offset, PackageList list,
-                   std::vector<Package>* packages) {
-    if (list.broken != 0) machine.sources().malformed(path, offset + list.firstBroken);
-    for (Package& package : list.packages) {
-        if (package.state == PackageState::Installed) packages->push_back(std::move(package));
-    }
-}
-
-void readStatusFile(Machine& machine, std::vector<Package>* packages) {
-    const std::string path = std::string(kDirectory) + "status";
-    const FileAccess file(machine.open(path));
-    if (file.size() > Machine::kTable) return;
-    packages->reserve(static_cast<std::size_t>(file.size() / kUsualParagraph));
-    for (TextPieces paragraphs(file, "\n\n"); paragraphs.next();) {
-        machine.deadline().check();
-        takeInstalled(machine, path, paragraphs.offset(), parseDpkgStatus(paragraphs.text()), packages);
-    }
-}
-
-// Images without dpkg keep a file for each package.
-void readStatusDirectory(Machine& machine, std::vector<Package>* packages) {
-    const std::string directory = std::string(kDirectory) + "status.d";
-    if (!machine.exists(directory)) return;
-    for (const std::string& name : machine.list(directory)) {
-        if (endsWith(name, ".md5sums")) continue;
-        const std::string path = std::string(directory).append("/").append(name);
-        const auto text = machine.read(path);
-        if (text) takeInstalled(machine, path, 0, parseDpkgControl(*text), packages);
-    }
-}
 
 // The list of a package's files is written when it is installed.
 class FileLists {
@@ -74,16 +40,69 @@ class FileLists {
     std::string path_;  // kept for its memory
 };
 
+// Passes on the packages that are installed, with what other files than their own tell about them.
+class Installed {
+  public:
+    Installed(Machine& machine, const TakePackage& take) : machine_(machine), take_(take) {}
+
+    void pass(Package& package) {
+        if (package.state != PackageState::Installed) return;
+        if (!others_) others_.emplace(machine_);  // not read where nothing is installed
+        package.installTime = others_->lists.timeOf(package);
+        package.automatic = others_->automatic.contains(package);
+        take_(package);
+    }
+
+  private:
+    struct Others {
+        explicit Others(Machine& machine)
+            : aptStates(machine.read("var/lib/apt/extended_states", Machine::kTable).value_or("")),
+              automatic(aptStates),
+              lists(machine) {}
+
+        std::string aptStates;
+        AutomaticPackages automatic;
+        FileLists lists;
+    };
+
+    Machine& machine_;
+    const TakePackage& take_;
+    std::optional<Others> others_;
+};
+
+void readStatusFile(Machine& machine, Installed& installed) {
+    const std::string path = std::string(kDirectory) + "status";
+    const FileAccess file(machine.open(path));
+    if (file.size() > Machine::kTable) return;
+    for (TextPieces paragraphs(file, "\n\n"); paragraphs.next();) {
+        machine.deadline().check();
+        StatusReader reader = readDpkgStatus(paragraphs.text());
+        for (Package package; reader.next(&package);) installed.pass(package);
+        if (reader.broken() == 0) continue;
+        machine.sources().malformed(path,
+                                    static_cast<std::size_t>(paragraphs.offset()) + reader.firstBroken());
+    }
+}
+
+// Images without dpkg keep a file for each package.
+void readStatusDirectory(Machine& machine, Installed& installed) {
+    const std::string directory = std::string(kDirectory) + "status.d";
+    if (!machine.exists(directory)) return;
+    for (const std::string& name : machine.list(directory)) {
+        if (endsWith(name, ".md5sums")) continue;
+        const std::string path = std::string(directory).append("/").append(name);
+        const auto text = machine.read(path);
+        if (!text) continue;
+        PackageList list = parseDpkgControl(*text);
+        if (list.broken != 0) machine.sources().malformed(path, list.firstBroken);
+        for (Package& package : list.packages) installed.pass(package);
+    }
+}
+
 }  // namespace
 
-std::vector<Package> readDpkgPackages(Machine& machine) {
-    std::vector<Package> packages;
-    readStatusFile(machine, &packages);
-    readStatusDirectory(machine, &packages);
-    if (packages.empty()) return packages;
-    FileLists lists(machine);
-    for (Package& package : packages) package.installTime = lists.timeOf(package);
-    const auto aptStates = machine.read("var/lib/apt/extended_states", Machine::kTable);
-    if (aptStates) markAutomatic(*aptStates, packages);
-    return packages;
+void readDpkgPackages(Machine& machine, const TakePackage& take) {
+    Installed installed(machine, take);
+    readStatusFile(machine, installed);
+    readStatusDirectory(machine, installed);
 }

@@ -82,9 +82,29 @@ void GroupWriter::finish() {
     const std::size_t size = sizeOfElement(group_, fields);
     if (blocks_.empty() || blocks_.back().size() + size > kBlock) {
         blocks_.emplace_back();
-        if (instances_ != 0) blocks_.back().reserve(kBlock);  // many a group has one small instance
+        if (!instances_.empty()) blocks_.back().reserve(kBlock);  // many a group has one small instance
     }
+    instances_.push_back({blocks_.size() - 1, blocks_.back().size(), size});
     appendElement(&blocks_.back(), group_, fields);
-    ++instances_;
     written_ = 0;
+}
+
+void GroupWriter::reorder(std::size_t first, const std::vector<std::size_t>& order) {
+    const std::vector<Instance> before(instances_.begin() + static_cast<std::ptrdiff_t>(first),
+                                       instances_.end());
+    for (std::size_t i = 0; i < order.size(); ++i) instances_[first + i] = before[order[i]];
+}
+
+std::vector<std::string_view> GroupWriter::parts() const {
+    std::vector<std::string_view> parts;
+    for (const Instance& instance : instances_) {
+        const char* begin = blocks_[instance.block].data() + instance.begin;
+        const bool goesOn = !parts.empty() && parts.back().data() + parts.back().size() == begin;
+        if (goesOn) {
+            parts.back() = {parts.back().data(), parts.back().size() + instance.size};
+        } else {
+            parts.emplace_back(begin, instance.size);
+        }
+    }
+    return parts;
 }

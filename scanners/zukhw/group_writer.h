@@ -40,16 +40,24 @@ class GroupWriter {
     // The items, each cleaned, empty ones left out, joined with "; ".
     void list(const char* field, const std::vector<std::string>& items);
 
-    // Ends the last instance. Call once, after the collector returned.
+    // Ends the instance before, if any.
     void finish();
     // Drops the instance that was begun and not ended, for a collector that was cut.
     void dropUnfinished() { written_ = 0; }
 
-    std::size_t instances() const { return instances_; }
-    // The finished instances, in blocks, so that a long group is never copied as a whole.
-    const std::vector<std::string>& blocks() const { return blocks_; }
+    // Of the finished ones.
+    std::size_t instances() const { return instances_.size(); }
+    // Puts the instances from the `first` on, all of which are finished, into another order: their numbers,
+    // counted from it. So that many need not be kept twice, only because they are found in no order.
+    void reorder(std::size_t first, const std::vector<std::size_t>& order);
+    // All finished instances, in as few parts as they lie in. A long group is never copied as a whole.
+    std::vector<std::string_view> parts() const;
 
   private:
+    struct Instance {
+        std::size_t block, begin, size;
+    };
+
     void escaped(std::string_view field, std::string_view text);
     void raw(std::string_view field, std::string_view xmlSafe);
 
@@ -60,6 +68,6 @@ class GroupWriter {
     std::string instance_;
     std::size_t written_ = 0;
     std::string escaped_;  // the text of one, kept for its memory
-    std::size_t instances_ = 0;
+    std::vector<Instance> instances_;
     std::vector<std::string> blocks_;
 };

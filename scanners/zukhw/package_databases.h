@@ -1,5 +1,6 @@
 #pragma once
 
+#include <functional>
 #include <vector>
 
 #include "scanners/shared/packages/package.h"
@@ -9,7 +10,6 @@ class Machine;
 // The packages that each manager's database says are installed, in its order; empty when the manager is not
 // used here. What is broken in a database is skipped and counted. Nothing is written, locked or created.
 
-std::vector<Package> readDpkgPackages(Machine& machine);
 std::vector<Package> readRpmPackages(Machine& machine);
 std::vector<Package> readApkPackages(Machine& machine);
 std::vector<Package> readOpkgPackages(Machine& machine);
@@ -21,3 +21,7 @@ std::vector<Package> readXbpsPackages(Machine& machine);
 // Of all users' profiles, and the system's.
 std::vector<Package> readNixPackages(Machine& machine);
 std::vector<Package> readGuixPackages(Machine& machine);
+
+// Of dpkg, which has the most packages, each is passed on as soon as it is read.
+using TakePackage = std::function<void(const Package&)>;
+void readDpkgPackages(Machine& machine, const TakePackage& take);

@@ -71,7 +71,7 @@ void runGroup(const Collector& collector, Machine* machine, GroupWriter* out, Gr
 bool writeDocument(const std::deque<GroupWriter>& writers, OutputFile* output) {
     output->write(kHead);
     for (const GroupWriter& writer : writers) {
-        for (const std::string& block : writer.blocks()) output->write(block);
+        for (const std::string_view part : writer.parts()) output->write(part);
     }
     output->write(kFoot);
     return output->close();  // tells of a failure in any of these

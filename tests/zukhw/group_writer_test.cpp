@@ -9,7 +9,7 @@ class Writer : public testing::Test {
     std::string xml() {
         writer.finish();
         std::string all;
-        for (const std::string& block : writer.blocks()) all += block;
+        for (const std::string_view part : writer.parts()) all += part;
         return all;
     }
 
@@ -68,7 +68,28 @@ TEST_F(Writer, KeepsLongGroupsWhole) {
         expected += "<G><A>" + std::to_string(i) + "</A></G>";
     }
     EXPECT_EQ(expected, xml());
-    EXPECT_LT(1U, writer.blocks().size());
+    EXPECT_LT(1U, writer.parts().size());
+}
+
+TEST_F(Writer, PutsInstancesIntoAnotherOrder) {
+    for (int i = 0; i < 4; ++i) {
+        writer.beginInstance();
+        writer.number("A", i);
+    }
+    writer.finish();
+    writer.reorder(1, {2, 0, 1});
+    EXPECT_EQ("<G><A>0</A></G><G><A>3</A></G><G><A>1</A></G><G><A>2</A></G>", xml());
+}
+
+TEST_F(Writer, JoinsPartsThatLieSideBySide) {
+    for (int i = 0; i < 4; ++i) {
+        writer.beginInstance();
+        writer.number("A", i);
+    }
+    writer.finish();
+    EXPECT_EQ(1U, writer.parts().size());
+    writer.reorder(0, {2, 3, 0, 1});
+    EXPECT_EQ(2U, writer.parts().size());
 }
 
 TEST(GroupWriter, CutsAGroupWhoseTimeIsUp) {

@@ -34,7 +34,7 @@ std::string collectXml(Machine& machine, std::string_view group) {
     collector->collect(machine, writer);
     writer.finish();
     std::string xml;
-    for (const std::string& block : writer.blocks()) xml += block;
+    for (const std::string_view part : writer.parts()) xml += part;
     return xml;
 }
 

@@ -103,7 +103,7 @@ TEST(ServiceInfo, HasTheStateOfAServiceThatIsLoaded) {
     writeServices(*machine, {{"on.service", {"active", "running", 42}}}, writer);
     writer.finish();
     const std::vector<Instance> services =
-        readInstances("<Inventory>" + writer.blocks().at(0) + "</Inventory>");
+        readInstances("<Inventory>" + std::string(writer.parts().at(0)) + "</Inventory>");
     ASSERT_EQ(2U, services.size());
     EXPECT_EQ((Fields{{"Name", "off.service"},
                       {"Manager", "Systemd"},

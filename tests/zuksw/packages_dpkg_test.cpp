@@ -141,33 +141,29 @@ TEST(DpkgControl, WhatIsListedWithoutStatusIsInstalled) {
     EXPECT_EQ(list.packages[0].state, PackageState::Installed);
 }
 
-class AptStates : public testing::Test {
-  protected:
-    static bool marks(const std::string& architecture) {
-        std::vector<Package> packages(1);
-        packages[0].name = "a";
-        packages[0].architecture = architecture;
-        markAutomatic(
-            "Package: b\nArchitecture: armhf\nAuto-Installed: 1\n\n"
-            "Package: a\nArchitecture: amd64\nAuto-Installed: 0\n\n"
-            "Package: a\nArchitecture: i386\nAuto-Installed: 1\n",
-            packages);
-        return packages[0].automatic;
-    }
-};
-
-TEST_F(AptStates, MarkTheArchitectureThatSaysOne) {
-    EXPECT_TRUE(marks("i386"));
+bool isAutomatic(const std::string& architecture) {
+    const AutomaticPackages automatic(
+        "Package: b\nArchitecture: armhf\nAuto-Installed: 1\n\n"
+        "Package: a\nArchitecture: amd64\nAuto-Installed: 0\n\n"
+        "Package: a\nArchitecture: i386\nAuto-Installed: 1\n");
+    Package package;
+    package.name = "a";
+    package.architecture = architecture;
+    return automatic.contains(package);
 }
 
-TEST_F(AptStates, MarkNoOtherArchitecture) {
-    EXPECT_FALSE(marks("amd64"));
-    EXPECT_FALSE(marks("armhf"));
+TEST(AutomaticPackages, ContainTheArchitectureThatSaysOne) {
+    EXPECT_TRUE(isAutomatic("i386"));
+}
+
+TEST(AutomaticPackages, ContainNoOtherArchitecture) {
+    EXPECT_FALSE(isAutomatic("amd64"));
+    EXPECT_FALSE(isAutomatic("armhf"));
 }
 
 // apt knows them by the machine's own architecture.
-TEST_F(AptStates, MarkPackagesForAllArchitectures) {
-    EXPECT_TRUE(marks("all"));
+TEST(AutomaticPackages, ContainThoseForAllArchitectures) {
+    EXPECT_TRUE(isAutomatic("all"));
 }
 
 }  // namespace

@@ -32,7 +32,9 @@ void readParts(const RootedFs& fs, const std::string& directory, PackageDatabase
 
 void markAutomatic(const RootedFs& fs, std::vector<Package>& packages) {
     std::string text;
-    if (fs.read(kAptStates, &text, kMaxDatabaseFile) == ReadStatus::Ok) markAutomatic(text, packages);
+    if (fs.read(kAptStates, &text, kMaxDatabaseFile) != ReadStatus::Ok) return;
+    const AutomaticPackages automatic(text);
+    for (Package& package : packages) package.automatic = automatic.contains(package);
 }
 
 // "info/libc6:amd64.list" is libc6's.

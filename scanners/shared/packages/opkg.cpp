@@ -4,5 +4,5 @@
 
 PackageList parseOpkgStatus(std::string_view text) {
     // Installed-Size is bytes for some builders and KiB for others.
-    return parseStatusFile(text, {"opkg", true, 0, true});
+    return parseStatusFile(text, {"opkg", true, false, 0, true});
 }

@@ -1,6 +1,7 @@
 #include "scanners/shared/packages/status_file.h"
 
-#include "scanners/shared/packages/deb822.h"
+#include <utility>
+
 #include "scanners/shared/packages/text.h"
 
 namespace {
@@ -70,33 +71,47 @@ bool isComplete(const Paragraph& paragraph, const StatusDialect& dialect) {
     return !package.version.empty() || !filesArePresent(package.state);
 }
 
-// Goes to the paragraph's end; false at the end of the text.
-bool readParagraph(Deb822Reader& reader, Paragraph& paragraph) {
+}  // namespace
+
+StatusReader::StatusReader(std::string_view text, const StatusDialect& dialect)
+    : reader_(text),
+      dialect_(dialect),
+      size_(text.size()),
+      cut_(dialect.finalNewlineNeeded && !text.empty() && text.back() != '\n') {}
+
+// False when it is broken, or the text is at its end.
+bool StatusReader::readParagraph(Package* package) {
     using Item = Deb822Reader::Item;
-    for (Item item = reader.next(); item != Item::EndOfParagraph; item = reader.next()) {
-        if (item == Item::End) return false;
+    *package = Package();
+    package->manager = dialect_.manager;
+    Paragraph paragraph{*package, dialect_.sizeUnit};
+    Item item = reader_.next();
+    for (; item != Item::EndOfParagraph && item != Item::End; item = reader_.next()) {
         if (item == Item::BadLine) paragraph.good = false;
-        if (item == Item::Field) setField(paragraph, reader);
+        if (item == Item::Field) setField(paragraph, reader_);
     }
+    atEnd_ = item == Item::End;
+    const bool last = reader_.offset() == size_;
+    if (atEnd_ || !isComplete(paragraph, dialect_) || (cut_ && last)) return false;
+    if (dialect_.sourceIsName && package->source.empty()) package->source = package->name;
     return true;
 }
 
-}  // namespace
+bool StatusReader::next(Package* package) {
+    for (;;) {
+        const std::size_t begin = reader_.offset();
+        if (readParagraph(package)) return true;
+        if (atEnd_) return false;
+        if (broken_++ == 0) firstBroken_ = begin;
+    }
+}
 
 PackageList parseStatusFile(std::string_view text, const StatusDialect& dialect) {
     PackageList list;
     list.packages.reserve(text.size() / kUsualParagraph);
-    Deb822Reader reader(text);
-    const bool cut = dialect.finalNewlineNeeded && !text.empty() && text.back() != '\n';
-    for (std::size_t begin = 0;; begin = reader.offset()) {
-        Package& package = list.packages.emplace_back();  // read where it stays
-        package.manager = dialect.manager;
-        Paragraph paragraph{package, dialect.sizeUnit};
-        const bool found = readParagraph(reader, paragraph);
-        const bool last = reader.offset() == text.size();
-        const bool good = found && isComplete(paragraph, dialect) && !(cut && last);
-        if (!good) list.packages.pop_back();
-        if (!found) return list;
-        if (!good) list.skipBroken(begin);
-    }
+    StatusReader reader(text, dialect);
+    for (Package package; reader.next(&package);) list.packages.push_back(std::move(package));
+    list.broken = reader.broken();
+    list.firstBroken = reader.firstBroken();
+    return list;
 }

@@ -2,6 +2,7 @@
 // version.
 #include <algorithm>
 #include <initializer_list>
+#include <numeric>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -15,18 +16,20 @@
 
 namespace {
 
-using Read = std::vector<Package> (*)(Machine&);
+using Read = void (*)(Machine&, const TakePackage&);
+
+template <std::vector<Package> (*readAll)(Machine&)>
+void readEach(Machine& machine, const TakePackage& take) {
+    for (const Package& package : readAll(machine)) take(package);
+}
 
 // In the order of the managers' names.
-constexpr Read kManagers[] = {readApkPackages, readDpkgPackages, readFlatpakPackages, readGuixPackages,
-                              readNixPackages, readOpkgPackages, readPacmanPackages,  readPortagePackages,
-                              readRpmPackages, readSnapPackages, readXbpsPackages};
-
-bool comesBefore(const Package& a, const Package& b) {
-    if (const int order = naturalOrder(a.name, b.name); order != 0) return order < 0;
-    if (const int order = naturalOrder(a.architecture, b.architecture); order != 0) return order < 0;
-    return naturalLess(a.version, b.version);
-}
+constexpr Read kManagers[] = {readEach<readApkPackages>,     readDpkgPackages,
+                              readEach<readFlatpakPackages>, readEach<readGuixPackages>,
+                              readEach<readNixPackages>,     readEach<readOpkgPackages>,
+                              readEach<readPacmanPackages>,  readEach<readPortagePackages>,
+                              readEach<readRpmPackages>,     readEach<readSnapPackages>,
+                              readEach<readXbpsPackages>};
 
 void writeOrigin(const Package& package, GroupWriter& out) {
     const bool isRpm = package.manager == "rpm";
@@ -68,22 +71,54 @@ void writePackage(const Package& package, GroupWriter& out) {
     writeInstallation(package, out);
 }
 
-// Pointers, because packages are too large to be moved about.
-std::vector<const Package*> sorted(const std::vector<Package>& packages) {
-    std::vector<const Package*> order;
-    order.reserve(packages.size());
-    for (const Package& package : packages) order.push_back(&package);
+// Writes the packages of a manager as they come and puts them in order at the end: of the thousands that
+// there may be, only what they are ordered by is kept.
+class PackageWriter {
+  public:
+    explicit PackageWriter(GroupWriter& out) : out_(out), first_(out.instances()) {}
+    // Also when time is up, so that those that were found in time are in order.
+    ~PackageWriter() {
+        out_.finish();
+        out_.reorder(first_, order());
+    }
+    PackageWriter(const PackageWriter&) = delete;
+    PackageWriter& operator=(const PackageWriter&) = delete;
+
+    void write(const Package& package) {
+        writePackage(package, out_);
+        keys_.push_back({package.name, package.architecture, package.version});
+    }
+
+  private:
+    struct Key {
+        std::string name, architecture, version;
+    };
+
+    static bool comesBefore(const Key& a, const Key& b) {
+        if (const int order = naturalOrder(a.name, b.name); order != 0) return order < 0;
+        if (const int order = naturalOrder(a.architecture, b.architecture); order != 0) return order < 0;
+        return naturalLess(a.version, b.version);
+    }
+
     // Databases are nearly in order already, which a merge makes use of.
-    std::stable_sort(order.begin(), order.end(),
-                     [](const Package* a, const Package* b) { return comesBefore(*a, *b); });
-    return order;
-}
+    std::vector<std::size_t> order() const {
+        std::vector<std::size_t> order(keys_.size());
+        std::iota(order.begin(), order.end(), std::size_t{0});
+        std::stable_sort(order.begin(), order.end(),
+                         [this](std::size_t a, std::size_t b) { return comesBefore(keys_[a], keys_[b]); });
+        return order;
+    }
+
+    GroupWriter& out_;
+    std::size_t first_;
+    std::vector<Key> keys_;
+};
 
 }  // namespace
 
 void collectSoftwarePackages(Machine& machine, GroupWriter& out) {
     for (const Read read : kManagers) {
-        const std::vector<Package> packages = read(machine);
-        for (const Package* package : sorted(packages)) writePackage(*package, out);
+        PackageWriter writer(out);
+        read(machine, [&writer](const Package& package) { writer.write(package); });
     }
 }
