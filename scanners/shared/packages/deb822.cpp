@@ -14,6 +14,14 @@ bool continues(std::string_view text) {
     return !text.empty() && isBlank(text.front());
 }
 
+// Known by the first character of nearly every line, or the second.
+bool isBlankLine(std::string_view line) {
+    for (const char c : line) {
+        if (!isTextBlank(c)) return false;
+    }
+    return true;
+}
+
 std::string_view withoutLeadingBlanks(std::string_view text) {
     while (continues(text)) text.remove_prefix(1);
     if (!text.empty() && text.back() == '\r') text.remove_suffix(1);
@@ -22,9 +30,9 @@ std::string_view withoutLeadingBlanks(std::string_view text) {
 
 // The length of the field's name at the start of a line; 0 when there is no field.
 std::size_t fieldNameLength(std::string_view line) {
-    const auto ends = [](char c) { return c == ':' || isBlank(c); };
-    const auto* const end = std::find_if(line.begin(), line.end(), ends);
-    return end != line.end() && *end == ':' ? static_cast<std::size_t>(end - line.begin()) : 0;
+    std::size_t length = 0;
+    while (length < line.size() && line[length] != ':' && !isBlank(line[length])) ++length;
+    return length < line.size() && line[length] == ':' ? length : 0;
 }
 
 }  // namespace
@@ -33,13 +41,13 @@ Deb822Reader::Item Deb822Reader::next() {
     while (!rest_.empty()) {
         offset_ = text_.size() - rest_.size();
         const std::string_view line = takeLine(rest_);
-        const bool blank = trimBlanks(line).empty();
+        const bool blank = isBlankLine(line);
         if (blank && !inParagraph_) continue;
         inParagraph_ = !blank;
         if (blank) return Item::EndOfParagraph;
         name_ = line.substr(0, fieldNameLength(line));
         if (name_.empty()) return Item::BadLine;
-        value_ = withoutLeadingBlanks(line.substr(name_.size() + 1));
+        value_ = line.substr(name_.size() + 1);
         continuation_ = takeContinuation();
         return Item::Field;
     }
@@ -53,11 +61,15 @@ std::string_view Deb822Reader::value() const {
     return trimBlanks(value_);
 }
 
+std::string_view Deb822Reader::untrimmedValue() const {
+    return withoutLeadingBlanks(value_);
+}
+
 std::string_view Deb822Reader::takeContinuation() {
     const std::string_view begin = rest_;
     while (continues(rest_)) {
         std::string_view after = rest_;
-        if (trimBlanks(takeLine(after)).empty()) break;
+        if (isBlankLine(takeLine(after))) break;
         rest_ = after;
     }
     return begin.substr(0, begin.size() - rest_.size());

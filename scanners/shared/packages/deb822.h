@@ -22,7 +22,7 @@ class Deb822Reader {
     // go on with it.
     std::string_view name() const { return name_; }
     std::string_view value() const;
-    std::string_view untrimmedValue() const { return value_; }  // with the blanks at its end
+    std::string_view untrimmedValue() const;  // with the blanks at its end
     std::string_view continuation() const { return continuation_; }
 
     // Where the last item begins in the text.
@@ -34,7 +34,7 @@ class Deb822Reader {
     std::string_view text_;
     std::string_view rest_;
     std::string_view name_;
-    std::string_view value_;
+    std::string_view value_;  // as it stands behind the colon
     std::string_view continuation_;
     std::size_t offset_ = 0;
     bool inParagraph_ = false;

@@ -16,16 +16,22 @@ struct Paragraph {
     bool good = true;
 };
 
-// "install ok installed": what is wanted, remarks with commas between, and how far it is installed.
+constexpr std::string_view kUsualStatus = "install ok installed";
+
+// What is wanted, remarks with commas between, and how far it is installed.
 void setStatus(Paragraph& paragraph, std::string_view value) {
+    Package& package = paragraph.package;
+    paragraph.statusSeen = true;
+    package.held = false;
+    package.state = PackageState::Installed;
+    if (value == kUsualStatus) return;
     const std::string_view wanted = takeWord(value);
     const std::string_view remarks = takeWord(value);
     const std::optional<PackageState> state = packageStateByName(takeWord(value));
-    paragraph.statusSeen = true;
     paragraph.good = paragraph.good && state && takeWord(value).empty();
     // dpkg wants a held package held; opkg remarks that it is.
-    paragraph.package.held = wanted == "hold" || remarks.find("hold") != std::string_view::npos;
-    paragraph.package.state = state.value_or(PackageState::NotInstalled);
+    package.held = wanted == "hold" || remarks.find("hold") != std::string_view::npos;
+    package.state = state.value_or(PackageState::NotInstalled);
 }
 
 void setInstalledSize(Paragraph& paragraph, std::string_view value) {
