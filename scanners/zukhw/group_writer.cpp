@@ -25,7 +25,7 @@ void GroupWriter::beginInstance() {
     deadline_.check();
 }
 
-void GroupWriter::text(const char* field, std::string_view value) {
+void GroupWriter::text(std::string_view field, std::string_view value) {
     switch (kindOfText(value)) {
         case TextKind::Plain:
             return raw(field, value);
@@ -60,12 +60,12 @@ void GroupWriter::raw(std::string_view field, std::string_view xmlSafe) {
     written_ = size;
 }
 
-void GroupWriter::hardware(const char* field, std::string_view value) {
+void GroupWriter::hardware(std::string_view field, std::string_view value) {
     const std::string clean = cleanText(value);
     if (!isPlaceholder(clean)) text(field, clean);
 }
 
-void GroupWriter::list(const char* field, const std::vector<std::string>& items) {
+void GroupWriter::list(std::string_view field, const std::vector<std::string>& items) {
     std::string joined;
     for (const std::string& item : items) {
         const std::string clean = cleanText(item);

@@ -21,24 +21,24 @@ class GroupWriter {
     void beginInstance();
 
     // Any text, cleaned (see cleanText).
-    void text(const char* field, std::string_view value);
+    void text(std::string_view field, std::string_view value);
     // Text that a hardware maker filled in: the same, and nothing when it is a placeholder.
-    void hardware(const char* field, std::string_view value);
-    void boolean(const char* field, bool value) { raw(field, value ? "true" : "false"); }
-    void boolean(const char* field, std::optional<bool> value) {
+    void hardware(std::string_view field, std::string_view value);
+    void boolean(std::string_view field, bool value) { raw(field, value ? "true" : "false"); }
+    void boolean(std::string_view field, std::optional<bool> value) {
         if (value) boolean(field, *value);
     }
     template <typename Number>
-    void number(const char* field, Number value) {
+    void number(std::string_view field, Number value) {
         static_assert(std::is_integral_v<Number> && !std::is_same_v<Number, bool>);
         raw(field, std::to_string(value));
     }
     template <typename Number>
-    void number(const char* field, std::optional<Number> value) {
+    void number(std::string_view field, std::optional<Number> value) {
         if (value) number(field, *value);
     }
     // The items, each cleaned, empty ones left out, joined with "; ".
-    void list(const char* field, const std::vector<std::string>& items);
+    void list(std::string_view field, const std::vector<std::string>& items);
 
     // Ends the instance before, if any.
     void finish();
