@@ -6,7 +6,6 @@
 
 #include "scanners/zukhw/device_path.h"
 #include "scanners/zukhw/machine.h"
-#include "scanners/zukhw/natural_sort.h"
 #include "scanners/zukhw/text.h"
 
 namespace {
@@ -187,8 +186,5 @@ std::vector<ServiceUnit> readServiceUnits(Machine& machine) {
         if (found == units.byName.end() || isTemplate(name) || units.byName.count(name) != 0) continue;
         services.push_back(readUnit(machine, name, {found->second.path, ""}, units));
     }
-    // Nearly in order already, which a merge makes use of.
-    std::stable_sort(services.begin(), services.end(),
-                     [](const ServiceUnit& a, const ServiceUnit& b) { return naturalLess(a.name, b.name); });
     return services;
 }

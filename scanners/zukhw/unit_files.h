@@ -27,6 +27,6 @@ struct ServiceUnit {
     UnitFacts facts;  // of an alias or a masked unit empty
 };
 
-// All of them by name. Of files with the same name the one of the highest directory counts; templates count
-// by the instances that are enabled.
+// All of them, in no order. Of files with the same name the one of the highest directory counts; templates
+// count by the instances that are enabled.
 std::vector<ServiceUnit> readServiceUnits(Machine& machine);

@@ -45,9 +45,11 @@ void writeMicrocode(Machine& machine, GroupWriter& out) {
 // The newest, by name and date.
 std::vector<PackageUpdate> newestUpdates(Machine& machine) {
     std::vector<PackageUpdate> updates = readPackageUpdates(machine, kMaxUpdates);
-    std::stable_sort(updates.begin(), updates.end(),
-                     [](const PackageUpdate& a, const PackageUpdate& b) { return a.date > b.date; });
-    if (updates.size() > kMaxUpdates) updates.resize(kMaxUpdates);
+    if (updates.size() > kMaxUpdates) {
+        std::stable_sort(updates.begin(), updates.end(),
+                         [](const PackageUpdate& a, const PackageUpdate& b) { return a.date > b.date; });
+        updates.resize(kMaxUpdates);
+    }
     std::stable_sort(updates.begin(), updates.end(), [](const PackageUpdate& a, const PackageUpdate& b) {
         if (a.name != b.name) return naturalLess(a.name, b.name);
         return std::tie(a.date, a.architecture, a.toVersion) < std::tie(b.date, b.architecture, b.toVersion);

@@ -2,6 +2,7 @@
 #include <algorithm>
 #include <set>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "scanners/zukhw/collectors.h"
@@ -34,10 +35,12 @@ std::string unitOf(std::string_view script) {
 std::vector<Service> readServices(Machine& machine) {
     std::vector<Service> services;
     std::set<std::string> native;
-    for (const ServiceUnit& unit : readServiceUnits(machine)) {
+    for (ServiceUnit& unit : readServiceUnits(machine)) {
         native.insert(unit.name);
-        services.push_back({unit.name, unit.facts.description, "Systemd", nameOf(unit.mode), unit.facts.user,
-                            unit.facts.executable, unit.path, unit.facts.type});
+        UnitFacts& facts = unit.facts;
+        services.push_back({std::move(unit.name), std::move(facts.description), "Systemd", nameOf(unit.mode),
+                            std::move(facts.user), std::move(facts.executable), std::move(unit.path),
+                            std::move(facts.type)});
     }
     for (const InitScript& script : readInitScripts(machine)) {
         if (native.count(unitOf(script.name)) != 0) continue;
