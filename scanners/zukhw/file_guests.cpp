@@ -12,7 +12,7 @@
 namespace {
 
 constexpr std::uint64_t kMebibyte = std::uint64_t{1} << 20U;
-const std::string kNspawnStart = "etc/systemd/system/machines.target.wants/systemd-nspawn@";
+constexpr char kNspawnStart[] = "etc/systemd/system/machines.target.wants/systemd-nspawn@";
 
 // "scsi0", "unused1" is none.
 bool isDisk(std::string_view key) {

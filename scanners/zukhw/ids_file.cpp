@@ -8,7 +8,7 @@ namespace {
 
 constexpr std::string_view kGap = "  ";  // between a number and its name
 constexpr std::uint64_t kPiece = std::uint64_t{4} * 1024;
-constexpr std::uint64_t kLongestPiece = std::uint64_t{64} * 1024;
+constexpr std::uint64_t kLongestPiece = std::uint64_t{16} * 1024;
 constexpr std::size_t kKey = 15;  // more than the longest that is asked for, with tabs and gap
 
 bool isHexDigit(char c) {

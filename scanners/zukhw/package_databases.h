@@ -22,6 +22,6 @@ std::vector<Package> readXbpsPackages(Machine& machine);
 std::vector<Package> readNixPackages(Machine& machine);
 std::vector<Package> readGuixPackages(Machine& machine);
 
-// Of dpkg, which has the most packages, each is passed on as soon as it is read.
-using TakePackage = std::function<void(const Package&)>;
+// Of dpkg, which has the most packages, each is passed on as soon as it is read, and no more used then.
+using TakePackage = std::function<void(Package&)>;
 void readDpkgPackages(Machine& machine, const TakePackage& take);

@@ -3,8 +3,16 @@
 #include <algorithm>
 
 namespace {
-constexpr std::uint64_t kPiece = std::uint64_t{64} * 1024;
+
+constexpr std::uint64_t kPiece = std::uint64_t{32} * 1024;
+
+// Where the last separator ends; 0 when there is none. A search for text from the end compares at each place.
+std::size_t endOfLast(std::string_view separator, std::string_view text) {
+    const auto* const last = std::find_end(text.begin(), text.end(), separator.begin(), separator.end());
+    return last == text.end() ? 0 : static_cast<std::size_t>(last - text.begin()) + separator.size();
 }
+
+}  // namespace
 
 bool TextPieces::next() {
     offset_ += text_.size();
@@ -13,9 +21,9 @@ bool TextPieces::next() {
         length = std::min(length, rest);
         if (!file_.read(offset_, static_cast<std::size_t>(length), &text_)) return false;
         if (length == rest) return true;
-        const std::size_t last = text_.rfind(separator_);
-        if (last == std::string::npos) continue;
-        text_.resize(last + separator_.size());
+        const std::size_t end = endOfLast(separator_, text_);
+        if (end == 0) continue;
+        text_.resize(end);
         return true;
     }
     return false;

@@ -45,7 +45,7 @@ struct FieldRow {
     void (*set)(Paragraph&, std::string_view);
 };
 
-const FieldRow kFields[] = {
+constexpr FieldRow kFields[] = {
     {"Package", [](Paragraph& p, std::string_view v) { p.package.name = v; }},
     {"Status", setStatus},
     {"Version", [](Paragraph& p, std::string_view v) { setVersion(p.package, v); }},

@@ -1,10 +1,12 @@
 // Group "SoftwarePackages": one instance per package that is installed, by manager, name, architecture and
 // version.
 #include <algorithm>
+#include <deque>
 #include <initializer_list>
 #include <numeric>
 #include <string>
 #include <string_view>
+#include <utility>
 #include <vector>
 
 #include "scanners/zukhw/collectors.h"
@@ -20,7 +22,7 @@ using Read = void (*)(Machine&, const TakePackage&);
 
 template <std::vector<Package> (*readAll)(Machine&)>
 void readEach(Machine& machine, const TakePackage& take) {
-    for (const Package& package : readAll(machine)) take(package);
+    for (Package& package : readAll(machine)) take(package);
 }
 
 // In the order of the managers' names.
@@ -84,9 +86,10 @@ class PackageWriter {
     PackageWriter(const PackageWriter&) = delete;
     PackageWriter& operator=(const PackageWriter&) = delete;
 
-    void write(const Package& package) {
+    void write(Package& package) {
         writePackage(package, out_);
-        keys_.push_back({package.name, package.architecture, package.version});
+        keys_.push_back(
+            {std::move(package.name), std::move(package.architecture), std::move(package.version)});
     }
 
   private:
@@ -111,7 +114,7 @@ class PackageWriter {
 
     GroupWriter& out_;
     std::size_t first_;
-    std::vector<Key> keys_;
+    std::deque<Key> keys_;  // as large as all else here: it had better not move
 };
 
 }  // namespace
@@ -119,6 +122,6 @@ class PackageWriter {
 void collectSoftwarePackages(Machine& machine, GroupWriter& out) {
     for (const Read read : kManagers) {
         PackageWriter writer(out);
-        read(machine, [&writer](const Package& package) { writer.write(package); });
+        read(machine, [&writer](Package& package) { writer.write(package); });
     }
 }
