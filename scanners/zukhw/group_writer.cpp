@@ -10,15 +10,14 @@ namespace {
 
 constexpr std::size_t kBlock = 32 * 1024;
 
-std::size_t sizeOfElement(std::string_view name, std::string_view content) {
-    return content.size() + 2 * name.size() + std::string_view("<></>").size();
-}
-
-void appendElement(std::string* out, std::string_view name, std::string_view content) {
-    out->append("<").append(name).append(">").append(content).append("</").append(name).append(">");
-}
-
 }  // namespace
+
+GroupWriter::GroupWriter(std::string_view group, const Deadline& deadline)
+    : foot_(std::string("</").append(group).append(">")),
+      deadline_(deadline),
+      instance_(std::string("<").append(group).append(">")),
+      head_(instance_.size()),
+      written_(head_) {}
 
 void GroupWriter::beginInstance() {
     finish();
@@ -43,9 +42,9 @@ void GroupWriter::escaped(std::string_view field, std::string_view text) {
     raw(field, escaped_);
 }
 
-// All that is written goes through here: room is made once for all parts of an element.
+// All that is written goes through here: room is made once for all parts of a field.
 void GroupWriter::raw(std::string_view field, std::string_view xmlSafe) {
-    const std::size_t size = written_ + sizeOfElement(field, xmlSafe);
+    const std::size_t size = written_ + xmlSafe.size() + 2 * field.size() + std::string_view("<></>").size();
     if (instance_.size() < size) instance_.resize(2 * size);
     char* to = instance_.data() + written_;
     const auto add = [&to](std::string_view part) { to += part.copy(to, part.size()); };
@@ -77,16 +76,15 @@ void GroupWriter::list(std::string_view field, const std::vector<std::string>& i
 }
 
 void GroupWriter::finish() {
-    if (written_ == 0) return;
-    const std::string_view fields = std::string_view(instance_).substr(0, written_);
-    const std::size_t size = sizeOfElement(group_, fields);
+    if (written_ == head_) return;
+    const std::size_t size = written_ + foot_.size();
     if (blocks_.empty() || blocks_.back().size() + size > kBlock) {
         blocks_.emplace_back();
         if (!instances_.empty()) blocks_.back().reserve(kBlock);  // many a group has one small instance
     }
     instances_.push_back({blocks_.size() - 1, blocks_.back().size(), size});
-    appendElement(&blocks_.back(), group_, fields);
-    written_ = 0;
+    blocks_.back().append(instance_, 0, written_).append(foot_);
+    written_ = head_;
 }
 
 void GroupWriter::reorder(std::size_t first, const std::vector<std::size_t>& order) {

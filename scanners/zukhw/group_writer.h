@@ -14,8 +14,8 @@
 // without a field leave no trace. Field names are literals; each is given once per instance.
 class GroupWriter {
   public:
-    // group: the element name; it and the deadline must outlive the writer.
-    GroupWriter(std::string_view group, const Deadline& deadline) : group_(group), deadline_(deadline) {}
+    // group: the element name. The deadline must outlive the writer.
+    GroupWriter(std::string_view group, const Deadline& deadline);
 
     // Ends the instance before, if any. The place where a group that takes too long is cut.
     void beginInstance();
@@ -43,7 +43,7 @@ class GroupWriter {
     // Ends the instance before, if any.
     void finish();
     // Drops the instance that was begun and not ended, for a collector that was cut.
-    void dropUnfinished() { written_ = 0; }
+    void dropUnfinished() { written_ = head_; }
 
     // Of the finished ones.
     std::size_t instances() const { return instances_.size(); }
@@ -61,12 +61,13 @@ class GroupWriter {
     void escaped(std::string_view field, std::string_view text);
     void raw(std::string_view field, std::string_view xmlSafe);
 
-    std::string_view group_;
+    std::string foot_;  // what ends an instance
     const Deadline& deadline_;
-    // The fields of the instance that is being written; behind `written_` stands what is left of longer ones,
-    // since a string that grew by each field would be filled with NULs first.
+    // The instance that is being written, from what begins each on. Behind `written_` stands what is left of
+    // longer ones, since a string that grew by each field would be filled with NULs first.
     std::string instance_;
-    std::size_t written_ = 0;
+    std::size_t head_;  // the length of what begins it
+    std::size_t written_;
     std::string escaped_;  // the text of one, kept for its memory
     std::vector<Instance> instances_;
     std::vector<std::string> blocks_;
