@@ -18,9 +18,6 @@ namespace {
 constexpr int kMaxLinks = 40;  // as the kernel's own limit
 constexpr int kMaxRetries = 8;
 constexpr std::size_t kFirstRead = 4096;
-// The kernel lists its own directories as far as there is room, and programs that stand in for some of them
-// in containers do it page by page: less than this is always the end.
-constexpr long kPartOfListing = 2048;
 constexpr int kReading = O_RDONLY | O_CLOEXEC | O_NOCTTY | O_NONBLOCK;
 
 std::string relative(std::string_view path) {
@@ -173,7 +170,7 @@ std::optional<std::string> RootedFs::resolve(std::string_view path) const {
         std::string next = resolved;
         if (!next.empty()) next += '/';
         next += name;
-        // The kernel's links lead to their places by way of no others.
+        // The kernel's own links lead to their places by way of no others.
         if (pending.size() > behindLink) plainPlaces_.insert(next);
         if (plainPlaces_.count(next) != 0) {
             resolved = next;
@@ -192,7 +189,8 @@ std::optional<std::string> RootedFs::resolve(std::string_view path) const {
         if (startsWith(text, "/")) resolved.clear();
         const std::size_t rest = pending.size();
         pending.insert(0, 1, '/').insert(0, text);
-        behindLink = live_ && startsWith(next, "sys/") ? rest : pending.size();
+        const bool isKernels = live_ && startsWith(next, "sys/") && !startsWith(text, "/");
+        behindLink = isKernels ? rest : pending.size();
     }
     return resolved;
 }
@@ -277,7 +275,6 @@ ReadStatus RootedFs::list(std::string_view path, std::vector<std::string>* names
     const std::string name = relative(path);
     FileDescriptor directory(openInside(name, O_RDONLY | O_DIRECTORY));
     if (!directory.valid()) return statusOf(errno);
-    const bool comesWhole = live_ && isKernelMade(name);
     long count = 0;
     do {
         alignas(dirent64) std::array<char, 32768> buffer;
@@ -291,8 +288,8 @@ ReadStatus RootedFs::list(std::string_view path, std::vector<std::string>* names
             const bool mayBeLink = entry->d_type == DT_LNK || entry->d_type == DT_UNKNOWN;
             if (links != nullptr && mayBeLink) links->emplace_back(found);
         }
-    } while (comesWhole ? count >= kPartOfListing : count > 0);
-    const ReadStatus status = count >= 0 ? ReadStatus::Ok : statusOf(errno);
+    } while (count > 0);
+    const ReadStatus status = count == 0 ? ReadStatus::Ok : statusOf(errno);
     if (live_ && !names->empty()) {  // nearly always they are what is asked for next
         near_ = name + '/';
         nearDirectory_ = std::move(directory);

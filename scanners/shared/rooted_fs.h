@@ -93,8 +93,9 @@ class RootedFs {
     mutable std::string near_;  // the directory that we stay in, with a slash at its end
     mutable FileDescriptor nearDirectory_;
     mutable std::optional<bool> nearIsRoots_;  // nobody but root can put anything into it; asked when needed
-    // Places of the running machine known to be no links: nearly all paths share their first parts. Nothing
-    // has to be kept inside there; below another root a place could become a link that leads out.
+    // Places of the running machine known to be no links, or by way of which links of the kernel's lead,
+    // which are none: nearly all paths share their first parts. Nothing has to be kept inside there; below
+    // another root a place could become a link that leads out.
     mutable std::set<std::string> plainPlaces_;
     mutable Resolver resolver_;  // falls to Own when the kernel turns out not to know how
 };

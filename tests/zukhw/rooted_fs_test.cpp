@@ -5,6 +5,8 @@
 
 #include <algorithm>
 #include <filesystem>
+#include <fstream>
+#include <iterator>
 #include <set>
 
 #include "tests/support/temporary_folder.h"
@@ -153,6 +155,16 @@ TEST(RootedFs, RefusesARootThatIsNoFolder) {
     EXPECT_FALSE(RootedFs::below(folder.path() + "/none").has_value());
 }
 
+// Unlike the rest, /proc gives fewer bytes at once than there are.
+TEST(RootedFs, ReadsLongFilesOfTheLiveMachineToTheirEnd) {
+    std::ifstream file("/proc/kallsyms");
+    const std::string expected((std::istreambuf_iterator<char>(file)), {});
+    std::string data;
+    ASSERT_EQ(ReadStatus::Ok,
+              RootedFs::ofLiveMachine().read("proc/kallsyms", &data, std::size_t{64} * 1024 * 1024));
+    EXPECT_TRUE(expected == data);  // too long to be shown
+}
+
 TEST(RootedFs, ReadsTheLiveMachine) {
     const RootedFs fs = RootedFs::ofLiveMachine();
     std::string data;
@@ -163,6 +175,7 @@ TEST(RootedFs, ReadsTheLiveMachine) {
 
 TEST(RootedFs, ResolvesTheKernelsLinksAsTheSystemDoes) {
     const RootedFs fs = RootedFs::ofLiveMachine();
+    if (fs.resolve("sys/class/net/lo").value_or("").empty()) GTEST_SKIP() << "no sysfs here";
     for (const char* directory :
          {"sys/class/net", "sys/class/block", "sys/class/tty", "sys/bus/pci/devices"}) {
         std::vector<std::string> names;
