@@ -38,23 +38,32 @@ PackageList parseDpkgControl(std::string_view text) {
     return parseStatusFile(text, kControl);
 }
 
+// In an order that most names can be told apart in without looking at them.
+bool AutomaticPackages::Entry::operator<(const Entry& other) const {
+    if (name.size() != other.name.size()) return name.size() < other.name.size();
+    if (const int order = name.compare(other.name); order != 0) return order < 0;
+    return architecture < other.architecture;
+}
+
 AutomaticPackages::AutomaticPackages(std::string_view aptStates) {
     using Item = Deb822Reader::Item;
-    architectures_.reserve(aptStates.size() / kUsualState);
+    entries_.reserve(aptStates.size() / kUsualState);
     Deb822Reader reader(aptStates);
     AptState state;
     for (Item item = reader.next(); item != Item::End; item = reader.next()) {
         if (item == Item::Field) setField(state, reader.name(), reader.value());
         if (item != Item::EndOfParagraph) continue;
-        if (state.automatic) architectures_.emplace(state.name, state.architecture);
+        if (state.automatic) entries_.push_back({state.name, state.architecture});
         state = AptState();
     }
+    std::sort(entries_.begin(), entries_.end());
 }
 
 bool AutomaticPackages::contains(const Package& package) const {
     // Of packages for all architectures apt writes the machine's own.
     const bool any = package.architecture == "all";
-    const auto [begin, end] = architectures_.equal_range(package.name);
-    return std::any_of(begin, end,
-                       [&](const auto& entry) { return any || entry.second == package.architecture; });
+    const Entry wanted{package.name, any ? std::string_view() : package.architecture};
+    const auto found = std::lower_bound(entries_.begin(), entries_.end(), wanted);
+    return found != entries_.end() && found->name == wanted.name &&
+           (any || found->architecture == wanted.architecture);
 }

@@ -1,7 +1,7 @@
 #pragma once
 
 #include <string_view>
-#include <unordered_map>
+#include <vector>
 
 #include "scanners/shared/packages/package.h"
 #include "scanners/shared/packages/status_file.h"
@@ -25,5 +25,10 @@ class AutomaticPackages {
     bool contains(const Package& package) const;
 
   private:
-    std::unordered_multimap<std::string_view, std::string_view> architectures_;  // by name
+    struct Entry {
+        std::string_view name, architecture;
+        bool operator<(const Entry& other) const;
+    };
+
+    std::vector<Entry> entries_;  // sorted
 };
