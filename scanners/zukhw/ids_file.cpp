@@ -9,10 +9,11 @@ namespace {
 constexpr std::string_view kGap = "  ";  // between a number and its name
 constexpr std::uint64_t kPiece = std::uint64_t{4} * 1024;
 constexpr std::uint64_t kLongestPiece = std::uint64_t{16} * 1024;
+constexpr std::uint64_t kLongest = std::uint64_t{64} * 1024 * 1024;  // of lists: one of more is none
 constexpr std::size_t kKey = 15;  // more than the longest that is asked for, with tabs and gap
 
 bool isHexDigit(char c) {
-    return (c >= '0' && c <= '9') || (c >= 'a' && c <= 'f');
+    return (c >= '0' && c <= '9') || (c >= 'a' && c <= 'f') || (c >= 'A' && c <= 'F');
 }
 
 // The order of the lines that are not below another: makers, classes, then what nobody asks for.
@@ -33,14 +34,17 @@ bool standsBehind(std::string_view line, std::string_view key, std::size_t depth
 // Whether a line with that many tabs begins there. Comments may stand anywhere.
 bool beginsLine(std::string_view text, std::size_t depth) {
     const std::size_t tabs = std::min(text.find_first_not_of('\t'), text.size());
-    return tabs == depth && tabs < text.size() && text[tabs] != '#' && text[tabs] != '\n';
+    const char first = tabs < text.size() ? text[tabs] : '\n';
+    return tabs == depth && first != '#' && first != '\n' && first != '\r';
 }
 
 }  // namespace
 
+IdsFile::IdsFile(const RandomAccess& file) : file_(file), size_(file.size() <= kLongest ? file.size() : 0) {}
+
 // Of the file from there on; shorter at its end.
 bool IdsFile::readPiece(std::uint64_t offset, std::uint64_t length) {
-    return file_.read(offset, static_cast<std::size_t>(std::min(length, file_.size() - offset)), &piece_);
+    return file_.read(offset, static_cast<std::size_t>(std::min(length, size_ - offset)), &piece_);
 }
 
 // In pieces that become longer: the largest makers' parts have hundreds of kilobytes.
@@ -56,17 +60,17 @@ IdsFile::Line IdsFile::searchBehind(std::uint64_t from, std::uint64_t end, std::
         at += length;
         length = std::min(2 * length, kLongestPiece);
     }
-    return {file_.size(), ""};
+    return {size_, ""};
 }
 
-// The first line with that many tabs behind `from`; at the file's end when there is none. No part of the file
-// is looked at twice.
+// The first line with that many tabs behind `from`; at the file's end when there is none. Hardly any
+// part of the file is looked at twice.
 const IdsFile::Line& IdsFile::lineBehind(std::uint64_t from, std::size_t depth) {
     const auto known = seen_.lower_bound({depth, from});
     const bool mayMeet = known != seen_.end() && known->first.first == depth;
     if (mayMeet && known->first.second == from) return known->second;
-    Line line = searchBehind(from, mayMeet ? known->first.second : file_.size(), depth);
-    if (mayMeet && line.begin == file_.size()) line = known->second;
+    Line line = searchBehind(from, mayMeet ? known->first.second : size_, depth);
+    if (mayMeet && line.begin == size_) line = known->second;
     return seen_.emplace_hint(known, std::pair(depth, from), std::move(line))->second;
 }
 
@@ -94,7 +98,7 @@ IdsFile::Entry IdsFile::find(Lines lines, std::size_t depth, std::string_view ke
 }
 
 std::string IdsFile::name(std::initializer_list<std::string_view> keys) {
-    Entry entry{{0, file_.size()}, ""};
+    Entry entry{{0, size_}, ""};
     std::size_t depth = 0;
     std::string path;
     for (const std::string_view key : keys) {

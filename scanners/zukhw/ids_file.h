@@ -13,11 +13,11 @@
 // A text file of names by numbers (pci.ids, usb.ids): lines "1af4  Red Hat, Inc.", below them, after a tab
 // each, "1000  Virtio network device", and after two tabs "1af4 0001  Subsystem". Classes begin with "C ".
 // It has a megabyte or more, of which a machine needs a few lines; they stand in the order of their numbers,
-// so that each is found by halving.
+// so that each is found by halving. In a list that is not in order, names may be missed.
 class IdsFile {
   public:
     // The file must outlive it.
-    explicit IdsFile(const RandomAccess& file) : file_(file) {}
+    explicit IdsFile(const RandomAccess& file);
 
     // The name of the line with the first key ("1af4", "C 03"), or of the one below it with the second, or of
     // the one below that with the third ("1af4 0001"); empty when there is none.
@@ -43,6 +43,7 @@ class IdsFile {
     Entry find(Lines lines, std::size_t depth, std::string_view key);
 
     const RandomAccess& file_;
+    std::uint64_t size_;
     std::string piece_;  // what was read last, kept for its memory
     // The first lines of a depth behind the places that were looked at.
     std::map<std::pair<std::size_t, std::uint64_t>, Line> seen_;

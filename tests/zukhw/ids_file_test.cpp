@@ -59,13 +59,17 @@ std::string hex(unsigned number) {
     return text;
 }
 
-// Makers with even numbers, of which every hundredth has thousands of devices, then classes, then the rest.
+// Makers with even numbers, of which every hundredth has thousands of devices, one of them with hundreds of
+// subsystems, then classes, then the rest; comments and empty lines between.
 std::string longList() {
     std::string text = "#\n";
     for (unsigned maker = 0; maker < 0x1000; maker += 2) {
         text += hex(maker) + "  Maker " + hex(maker) + '\n';
         for (unsigned device = 0; device < (maker % 200 == 0 ? 3000 : 3); ++device)
             text += '\t' + hex(device) + "  Device of " + hex(maker) + '\n';
+        for (unsigned subsystem = 0; subsystem < (maker % 200 == 0 ? 500 : 0); ++subsystem)
+            text += "\t\t1af4 " + hex(subsystem) + "  Subsystem of " + hex(maker) + '\n';
+        if (maker % 16 == 0) text += "# a comment\n\n\r\n";
     }
     for (unsigned number = 0; number < 20; ++number) {
         text += "C " + hex(number).substr(2) + "  Class " + hex(number) + '\n';
@@ -83,6 +87,16 @@ TEST(IdsFile, FindsEveryMakerOfALongList) {
         EXPECT_EQ("Maker " + hex(maker), list.name({hex(maker)}));
         EXPECT_EQ("Device of " + hex(maker), list.name({hex(maker), "0002"}));
     }
+}
+
+TEST(IdsFile, FindsEverySubsystemOfALongList) {
+    const std::string text = longList();
+    const MemoryAccess file(text);
+    IdsFile list(file);
+    for (unsigned subsystem = 0; subsystem < 500; ++subsystem)
+        EXPECT_EQ("Subsystem of 0190", list.name({"0190", "0bb7", "1af4 " + hex(subsystem)}));
+    EXPECT_EQ("", list.name({"0190", "0bb7", "1af4 01f4"}));
+    EXPECT_EQ("", list.name({"0190", "0bb6", "1af4 0000"}));
 }
 
 TEST(IdsFile, FindsEveryClassOfALongList) {
@@ -133,6 +147,50 @@ TEST(IdsFile, ReadsALargePartInFewPieces) {
     const CountedAccess file(text);
     EXPECT_EQ("Other", IdsFile(file).name({"8087"}));
     EXPECT_LT(file.reads, 100U);
+}
+
+TEST(IdsFile, FindsNumbersInUpperCase) {
+    std::string text = longList();
+    for (char& c : text) c = c >= 'a' && c <= 'f' ? static_cast<char>(c - 'a' + 'A') : c;
+    const MemoryAccess file(text);
+    IdsFile list(file);
+    EXPECT_EQ("MAkEr 0ABC", list.name({"0ABC"}));
+}
+
+// A file that somebody cuts short while it is read.
+class CutFile final : public RandomAccess {
+  public:
+    CutFile(std::string_view text, int reads) : text_(text), reads_(reads) {}
+
+    std::uint64_t size() const override { return text_.size(); }
+    bool read(std::uint64_t offset, std::size_t length, std::string* piece) const override {
+        piece->clear();
+        return reads_-- > 0 && MemoryAccess(text_).read(offset, length, piece);
+    }
+
+  private:
+    std::string_view text_;
+    mutable int reads_;
+};
+
+TEST(IdsFile, BearsAFileThatIsCutWhileItIsRead) {
+    const std::string text = longList();
+    for (int reads = 0; reads < 60; ++reads) {
+        const CutFile file(text, reads);
+        const std::string name = IdsFile(file).name({"0190", "0bb7", "1af4 0123"});
+        EXPECT_TRUE(name.empty() || name == "Subsystem of 0190") << reads << ": " << name;
+    }
+}
+
+TEST(IdsFile, TakesNoFileThatIsTooLongForAList) {
+    class : public RandomAccess {
+        std::uint64_t size() const override { return std::uint64_t{1} << 40; }
+        bool read(std::uint64_t, std::size_t, std::string*) const override {
+            ADD_FAILURE() << "read";
+            return false;
+        }
+    } file;
+    EXPECT_EQ("", IdsFile(file).name({"8086"}));
 }
 
 TEST(IdsFile, BearsAFileThatBreaksOffAnywhere) {
