@@ -90,7 +90,7 @@ void GroupWriter::finish() {
 void GroupWriter::reorder(std::size_t first, const std::vector<std::size_t>& order) {
     const std::vector<Instance> before(instances_.begin() + static_cast<std::ptrdiff_t>(first),
                                        instances_.end());
-    for (std::size_t i = 0; i < order.size(); ++i) instances_[first + i] = before[order[i]];
+    for (std::size_t i = 0; i < before.size(); ++i) instances_[first + i] = before[order.at(i)];
 }
 
 std::vector<std::string_view> GroupWriter::parts() const {

@@ -6,7 +6,7 @@ namespace {
 
 constexpr std::uint64_t kPiece = std::uint64_t{32} * 1024;
 
-// Where the last separator ends; 0 when there is none. A search for text from the end compares at each place.
+// Where the last separator ends; 0 when there is none. (rfind calls memcmp at each place.)
 std::size_t endOfLast(std::string_view separator, std::string_view text) {
     const auto* const last = std::find_end(text.begin(), text.end(), separator.begin(), separator.end());
     return last == text.end() ? 0 : static_cast<std::size_t>(last - text.begin()) + separator.size();

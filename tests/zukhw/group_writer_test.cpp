@@ -81,6 +81,21 @@ TEST_F(Writer, PutsInstancesIntoAnotherOrder) {
     EXPECT_EQ("<G><A>0</A></G><G><A>3</A></G><G><A>1</A></G><G><A>2</A></G>", xml());
 }
 
+TEST_F(Writer, PutsInstancesOfManyBlocksIntoAnotherOrder) {
+    constexpr std::size_t kMany = 5000;
+    std::vector<std::size_t> backwards;
+    std::string expected;
+    for (std::size_t i = 0; i < kMany; ++i) {
+        writer.beginInstance();
+        writer.number("A", i);
+        backwards.push_back(kMany - 1 - i);
+        expected += "<G><A>" + std::to_string(backwards.back()) + "</A></G>";
+    }
+    writer.finish();
+    writer.reorder(0, backwards);
+    EXPECT_EQ(expected, xml());
+}
+
 TEST_F(Writer, JoinsPartsThatLieSideBySide) {
     for (int i = 0; i < 4; ++i) {
         writer.beginInstance();

@@ -45,6 +45,19 @@ TEST(SoftwarePackages, OfDpkgHaveTheDateOfTheirListOfFiles) {
     }
 }
 
+TEST(SoftwarePackages, ThatOnlyTheirTextTellsApartKeepTheirOrder) {
+    const auto package = [](const std::string& summary) {
+        return "\tPackage: a\n\tStatus: install ok installed\n\tArchitecture: all\n\tVersion: "
+               "1\n\tDescription: " +
+               summary + "\n\t\n";
+    };
+    TestMachine machine("var/lib/dpkg/status:\n" + package("first") + package("second") + package("third"));
+    std::vector<std::string> summaries;
+    for (const Fields& fields : collectInstances(*machine, "SoftwarePackages"))
+        summaries.push_back(fields.at("Summary"));
+    EXPECT_EQ((std::vector<std::string>{"first", "second", "third"}), summaries);
+}
+
 TEST(SoftwarePackages, OfAnImageWithoutDpkgAreItsControlFiles) {
     TestMachine machine(
         "var/lib/dpkg/status.d/base:\n\tPackage: base-files\n\tVersion: 12\n\tArchitecture: amd64\n"

@@ -60,6 +60,7 @@ TEST_F(LiveScan, FindsEachBlockDeviceOnce) {
         const bool isBlock = startsWith(path, "sys/class/block/");
         EXPECT_TRUE(!isBlock || found.insert(path).second) << path;
     }
+    if (found.empty()) GTEST_SKIP() << "no block device here";
 }
 
 TEST_F(LiveScan, LooksIntoNoHomeThatThereIsNot) {

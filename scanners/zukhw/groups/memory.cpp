@@ -38,7 +38,8 @@ std::vector<std::string> memoryBlocks(Machine& machine) {
     return blocks;
 }
 
-// As many blocks are online as it takes to hold the pages of all zones, which lie in no other.
+// At least as many blocks are online as it takes to hold the pages of all zones: those of blocks that are
+// offline, and those of devices, are not present.
 std::uint64_t leastOnlineBlocks(Machine& machine, std::uint64_t blockSize) {
     constexpr std::string_view kPresent = "present ";
     const std::uint64_t pageSize = machine.shared<PageSize>().bytes().value_or(0);

@@ -86,6 +86,7 @@ class PackageWriter {
     PackageWriter(const PackageWriter&) = delete;
     PackageWriter& operator=(const PackageWriter&) = delete;
 
+    // Every package has a manager and so becomes an instance: there are as many of these as keys.
     void write(Package& package) {
         writePackage(package, out_);
         keys_.push_back(
