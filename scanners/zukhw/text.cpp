@@ -44,7 +44,7 @@ class ByteKinds {
 
     constexpr ByteKinds() {
         for (int c = 0; c < 256; ++c) signs_[c] = c < ' ' || c > '~' ? kStrange : 0;
-        for (const unsigned char c : {'&', '<', '>', '"'}) signs_[c] = kEscaped;
+        for (const char c : {'&', '<', '>', '"'}) signs_[static_cast<unsigned char>(c)] = kEscaped;
         signs_[static_cast<unsigned char>(' ')] = kBlank;
     }
     constexpr unsigned operator[](char c) const { return signs_[static_cast<unsigned char>(c)]; }
