@@ -60,6 +60,16 @@ TEST(SerialPort, AsksOneConsoleForAll) {
     EXPECT_EQ("ttyS2", collectOne(machine, "SerialPort").at("DeviceName"));
 }
 
+// A kernel without consoles leaves their names to others.
+TEST(SerialPort, AsksEachPortThatIsNamedLikeAConsole) {
+    TestMachine machine(
+        "sys/class/tty/tty1/type: 4\n"
+        "sys/class/tty/tty1/port: 0x2F8\n"
+        "sys/class/tty/tty2/type: 4\n"
+        "sys/class/tty/tty2/port: 0x3E8\n");
+    EXPECT_EQ(2U, collectInstances(*machine, "SerialPort").size());
+}
+
 TEST(SerialPort, ReportsAUartOfAnotherFamily) {
     TestMachine machine(
         "sys/class/tty/ttyAMA0 -> ../../devices/platform/9000000.pl011/tty/ttyAMA0\n"
